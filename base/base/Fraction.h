@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "base/Export.h"
+
+namespace tavrin::base {
+
+// The framework's rational number: numerator then denominator, two signed
+// 32-bit integers. From() is the host's; the default constructor is built by
+// every module and gives 0/1.
+class TAVRIN_HOST_API Fraction {
+public:
+    std::int32_t num;
+    std::int32_t den;
+
+    Fraction() { From(0LL, 1LL); }
+
+    // Sets num/den. Values that fit in 32 bits are stored as given (no
+    // reduction, a zero denominator included). Otherwise the pair is reduced
+    // by its greatest common divisor and, if still too large, each part is
+    // saturated to the 32-bit range. Returns true when stored exactly.
+    bool From(long long numerator, long long denominator);
+
+    // Reads "[-]digits[/[-]digits]" (blanks allowed around each part). A
+    // lone numerator means a denominator of 1. Any other text leaves 0/1 and
+    // returns false.
+    bool From(const char* text);
+
+    // "num/den" in signed decimal.
+    operator std::string() const;
+};
+
+}  // namespace tavrin::base

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "base/Reflect.h"
+#include "base/ostream.h"
+
+namespace tavrin::base {
+
+inline constexpr const char* kLogRed = "\033[31m";
+inline constexpr const char* kLogCyan = "\033[36m";
+inline constexpr const char* kLogReset = "\033[0m";
+
+// Writes one log line to *cout as separate insertions: colour, source path
+// (advanced by __root_path_offset), "/", line, "/", function word, ":\t",
+// the message pieces, '\n', colour reset.
+template <class... Message>
+void LogLine(const char* colour, const char* file, int line, const char* function,
+             const Message&... message) {
+    ostream& os = *cout;
+    os << colour << (file + __root_path_offset) << "/" << line << "/" << function << ":\t";
+    (void)(os << ... << message);
+    os << '\n' << kLogReset;
+}
+
+}  // namespace tavrin::base
+
+// Every log line of the project goes through these two macros.
+#define TAVRIN_LOG_ERROR(...) \
+    ::tavrin::base::LogLine(::tavrin::base::kLogRed, __FILE__, __LINE__, __func__, ##__VA_ARGS__)
+#define TAVRIN_LOG_INFO(...) \
+    ::tavrin::base::LogLine(::tavrin::base::kLogCyan, __FILE__, __LINE__, __func__, ##__VA_ARGS__)

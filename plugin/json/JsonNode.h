@@ -1,0 +1,152 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <functional>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <typeinfo>
+#include <vector>
+
+#include "base/Export.h"
+#include "base/Fraction.h"
+#include "base/HashTable.h"
+
+namespace tavrin::plugin::json {
+
+class Node;
+
+// The seven value types a Node can hold.
+template <class T>
+inline constexpr bool kIsNodeValue =
+    std::is_same_v<T, bool> || std::is_same_v<T, long long> || std::is_same_v<T, double> ||
+    std::is_same_v<T, tavrin::base::Fraction> || std::is_same_v<T, std::string> ||
+    std::is_same_v<T, tavrin::base::HashTable<std::string, Node>> ||
+    std::is_same_v<T, std::vector<Node>>;
+
+// One JSON value of one of seven kinds ("bool", "int64", "double",
+// "Fraction", "string", "Object", "Array"), held in one heap buffer behind a
+// type record and three handlers for that type. A Node owns its value and
+// through it its whole subtree; copies are deep. A Node with no buffer is
+// empty. Errors are reported by a red log line and a failure result; nothing
+// is thrown except where stated.
+class TAVRIN_PLUGIN_API Node {
+public:
+    using Object = tavrin::base::HashTable<std::string, Node>;
+    using Array = std::vector<Node>;
+
+    const std::type_info* _type;
+    void* _buf;
+    std::function<void(Node*)> _destroy;
+    std::function<void(Node*)> _create;
+    std::function<void(Node*, void*)> _copy;
+
+    // An empty node: no type record, no buffer, no handlers.
+    Node();
+    // A deep copy. Throws std::runtime_error("copy():ptr can't be nullptr!")
+    // when `other` has a type but its value was taken away.
+    Node(const Node& other);
+    // Takes the value of *other; *other keeps its type record and handlers but
+    // becomes empty.
+    explicit Node(Node* other);
+    // Moves the value; `other` is left with no type record, no buffer and no
+    // handlers.
+    Node(Node&& other) noexcept;
+    // A node holding a copy of `value`, one of the seven value types.
+    template <class T, class = std::enable_if_t<kIsNodeValue<T>>>
+    Node(const T& value) : _type(nullptr), _buf(nullptr) {  // NOLINT: implicit by design
+        Init<T>(const_cast<T*>(&value));
+    }
+
+    // Frees this node's value, then copies `other` (self-assignment does
+    // nothing). When copying throws, this node is left empty.
+    Node& operator=(const Node& other);
+    Node& operator=(Node&& other) noexcept;
+    ~Node();
+
+    // Installs kind T on a node that holds no value: the type record, the
+    // three handlers, and a copy of *value (or T's default value when null).
+    template <class T>
+    void Init(T* value);
+
+    // Allocates a copy of the T at `src` as node's buffer. Throws
+    // std::runtime_error("copy():ptr can't be nullptr!") when either is null.
+    template <class T>
+    void copy(Node* node, void* src);
+
+    // The value as T. On a kind mismatch or a missing buffer it prints its
+    // diagnostics with printf and then throws std::bad_cast.
+    template <class T>
+    T& As();
+
+    // True when the node holds (or held, if taken from) a value of type T.
+    template <class T>
+    bool Is() const {
+        return _type != nullptr && *_type == typeid(T);
+    }
+
+    // The kind name; an empty text (and a red log line) for a node of no kind.
+    const char* Type() const;
+    bool IsEmpty() const { return _buf == nullptr; }
+
+    // Frees the value and leaves the node with no type record, no buffer and
+    // no handlers, like Node().
+    void Clear();
+
+    // Container operations. Wrong kinds, bad indexes and missing keys are
+    // reported by a red log line and the failure result.
+    Node& operator[](int index);
+    Node& operator[](const char* key);
+    bool Insert(const Node& node);
+    bool Insert(const std::string& key, const Node& node);
+    bool AddOrChange(const std::string& key, const Node& node);
+    bool Remove(int index);
+    bool Remove(const std::string& key);
+    bool HasKey(const std::string& key);
+    std::size_t Size() const;
+    bool Foreach(const std::function<bool(Node&)>& func);
+    bool Foreach(const std::function<bool(const char*, Node&)>& func);
+
+    // Compact text of the node and its subtree; empty for an empty node.
+    std::string Serialize();
+
+    // Parses a document (an object or an array at the top). On success this
+    // node holds the tree and true is returned; on failure the node is
+    // unchanged, the parser has logged why, and false is returned.
+    bool Deserialize(const char* text);
+    bool Deserialize(std::string text);
+};
+
+template <class T>
+void Node::copy(Node* node, void* src) {
+    if (node == nullptr || src == nullptr) throw std::runtime_error("copy():ptr can't be nullptr!");
+    node->_buf = new T(*static_cast<const T*>(src));
+}
+
+template <class T>
+void Node::Init(T* value) {
+    static_assert(kIsNodeValue<T>, "Node holds only its seven value types");
+    _type = &typeid(T);
+    std::function<void(Node*)> destroy = [](Node* n) { delete static_cast<T*>(n->_buf); };
+    std::function<void(Node*)> create = [](Node* n) { n->_buf = new T(); };
+    std::function<void(Node*, void*)> copier = [](Node* n, void* src) { n->copy<T>(n, src); };
+    _destroy.swap(destroy);
+    _create.swap(create);
+    _copy.swap(copier);
+    if (value != nullptr)
+        _copy(this, value);
+    else
+        _create(this);
+}
+
+template <class T>
+T& Node::As() {
+    if (!Is<T>()) std::printf("%s %d : T _type error! This type is %s !\n", "As", __LINE__, Type());
+    if (_buf != nullptr && Is<T>()) return *static_cast<T*>(_buf);
+    if (_buf == nullptr) std::printf("%s %d : As():_buf can't be nullptr!", "As", __LINE__);
+    throw std::bad_cast();
+}
+
+}  // namespace tavrin::plugin::json
