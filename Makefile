@@ -1,7 +1,10 @@
 # Front door of the project. Every target installs the Debian packages it
 # needs (scripts/deps.sh) before it configures and builds with CMake presets.
+# Further targets live in mk/*.mk; each adds its CI part to CHECK_TARGETS.
 
 .PHONY: all run test check clean
+
+CHECK_TARGETS :=
 
 all: run
 
@@ -20,8 +23,10 @@ test:
 	cmake --build --preset dev
 	ctest --preset dev -j2
 
+include $(wildcard mk/*.mk)
+
 # Every test CI runs.
-check: test
+check: test $(CHECK_TARGETS)
 
 clean:
 	rm -rf build
