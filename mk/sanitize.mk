@@ -1,0 +1,31 @@
+# Sanitizer and valgrind runs (part of check).
+#   make check-asan       every test under AddressSanitizer, UndefinedBehavior-
+#                         Sanitizer and LeakSanitizer (clang, preset "asan")
+#   make check-tsan       the threaded tests under ThreadSanitizer (preset
+#                         "tsan"): tests whose names match TSAN_TESTS
+#   make check-valgrind   tavrin-host under valgrind on the corpus documents
+#                         and on malformed inputs (dev build)
+
+.PHONY: check-asan check-tsan check-valgrind
+
+TSAN_TESTS ?= Thread|Concurren|Parallel|Simultaneous
+
+check-asan:
+	@scripts/deps.sh base fuzz
+	cmake --preset asan
+	cmake --build --preset asan -j2
+	ctest --preset asan -j2
+
+check-tsan:
+	@scripts/deps.sh base fuzz
+	cmake --preset tsan
+	cmake --build --preset tsan -j2
+	ctest --preset tsan -j2 -R '$(TSAN_TESTS)'
+
+check-valgrind:
+	@scripts/deps.sh base valgrind
+	cmake --preset dev
+	cmake --build --preset dev -j2
+	scripts/valgrind-host.sh build/dev
+
+CHECK_TARGETS += check-asan check-tsan check-valgrind
