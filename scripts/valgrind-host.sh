@@ -13,8 +13,7 @@ host="$build/host/program/tavrin-host"
 [ -x "$host" ] || { echo "$host is missing: build the dev preset first" >&2; exit 2; }
 
 inputs=()
-for dir in ../shared/corpus examples fuzz/seeds/json ../shared/testdata/jsonchecker \
-           fuzz/regressions/fuzz_node_deserialize \
+for dir in ../shared/corpus examples fuzz/seeds/json fuzz/regressions/fuzz_node_deserialize \
            fuzz/regressions/fuzz_convert; do
   [ -d "$dir" ] || continue
   while IFS= read -r -d '' file; do inputs+=("$file"); done \
@@ -22,20 +21,28 @@ for dir in ../shared/corpus examples fuzz/seeds/json ../shared/testdata/jsonchec
 done
 
 modes=$("$host" --help | awk '/^modes:/ {on = 1; next} on && NF == 0 {exit} on {print $1}')
-failed=0
-checked=0
-for mode in $modes; do
-  for input in "${inputs[@]}"; do
-    status=0
-    valgrind --quiet --error-exitcode=99 --leak-check=full \
-      "$host" "$mode" "$input" >/dev/null 2>"$build/valgrind.log" || status=$?
-    checked=$((checked + 1))
-    if [ "$status" -eq 99 ] || [ "$status" -gt 2 ]; then
-      echo "valgrind: $mode $input (status $status)" >&2
-      grep '^==' "$build/valgrind.log" >&2 || tail -n 20 "$build/valgrind.log" >&2
-      failed=$((failed + 1))
-    fi
-  done
-done
-echo "valgrind: $checked runs of tavrin-host ($(echo $modes | wc -w) modes), $failed with findings"
+# One valgrind run per mode and input, two at a time; each prints its
+# findings and a line "FAIL" when it has any.
+export host build
+check_one() {
+  local mode="$1" input="$2" log status=0
+  log=$(mktemp)
+  valgrind --quiet --error-exitcode=99 --leak-check=full \
+    "$host" "$mode" "$input" >/dev/null 2>"$log" || status=$?
+  if [ "$status" -eq 99 ] || [ "$status" -gt 2 ]; then
+    echo "valgrind: $mode $input (status $status)"
+    grep '^==' "$log" || tail -n 20 "$log"
+    echo FAIL
+  fi
+  rm -f "$log"
+}
+export -f check_one
+
+report=$(for mode in $modes; do
+  for input in "${inputs[@]}"; do printf '%s\0%s\0' "$mode" "$input"; done
+done | xargs -0 -n 2 -P 2 bash -c 'check_one "$0" "$1"')
+runs=$(( $(echo $modes | wc -w) * ${#inputs[@]} ))
+failed=$(grep -c '^FAIL$' <<<"$report" || true)
+[ -n "$report" ] && echo "$report" >&2
+echo "valgrind: $runs runs of tavrin-host ($(echo $modes | wc -w) modes), $failed with findings"
 [ "$failed" -eq 0 ]
