@@ -1,0 +1,14 @@
+# The stress tests at full size: the large generated documents at 100 MB
+# (TAVRIN_STRESS_MB) in the optimised build. The ordinary test run (and the
+# sanitizer run) has them at 4 MB; at full size they take a few GB of memory
+# and too long under the sanitizers, so they are not part of check.
+
+.PHONY: stress
+
+STRESS_MB ?= 100
+
+stress:
+	@scripts/deps.sh base
+	cmake --preset dev
+	cmake --build --preset dev -j2
+	TAVRIN_STRESS_MB=$(STRESS_MB) ctest --preset dev -L stress --timeout 1800
