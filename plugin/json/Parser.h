@@ -18,10 +18,11 @@ namespace tavrin::plugin::json {
 class TAVRIN_PLUGIN_API Parser {
 public:
     // Arrays and objects nested deeper than this fail with a log line of
-    // their own (" nesting deeper than 512 levels, please check string
+    // their own (" nesting deeper than 256 levels, please check string
     // format!"). The bound keeps parsing, and copying, assigning, destroying
-    // and serializing the deepest admitted tree, well inside a 256 KiB stack.
-    static constexpr int kDefaultMaxDepth = 512;
+    // and serializing the deepest admitted tree, well inside a 256 KiB thread
+    // stack, address-sanitizer builds included.
+    static constexpr int kDefaultMaxDepth = 256;
 
     Parser();
     explicit Parser(const char* text);
