@@ -2,8 +2,6 @@
 // forms, and the result written through the address.
 #include <gtest/gtest.h>
 
-#include <cinttypes>
-#include <cstdio>
 #include <string>
 
 #include "base/AttrSet.h"
@@ -12,12 +10,6 @@
 namespace {
 
 using tavrin::base::AttrSet;
-
-std::string Hex(const void* address, const char* prefix) {
-    char text[40];
-    std::snprintf(text, sizeof text, "%s%" PRIxPTR, prefix, reinterpret_cast<std::uintptr_t>(address));
-    return text;
-}
 
 class ConvertCommandTest : public tavrin::test::ConvertFixture {
 protected:
@@ -32,7 +24,7 @@ TEST_F(ConvertCommandTest, ConvertsThroughTheAddressWithOrWithoutPrefix) {
         std::string out;
         AttrSet args;
         args.Add("p0", "{\"a\":1,\"b\":\"x\"}");
-        args.Add("p1", Hex(&out, prefix).c_str());
+        args.Add("p1", tavrin::test::HexAddress(&out, prefix).c_str());
         EXPECT_TRUE(Command(args)) << prefix;
         AttrSet expected;
         expected.Add("a", "1");
@@ -70,7 +62,7 @@ TEST_F(ConvertCommandTest, FailedParseLeavesTheStringUntouched) {
     std::string out = "earlier content";
     AttrSet args;
     args.Add("p0", "[1,");
-    args.Add("p1", Hex(&out, "0x").c_str());
+    args.Add("p1", tavrin::test::HexAddress(&out, "0x").c_str());
     EXPECT_FALSE(Command(args));
     EXPECT_EQ(out, "earlier content");
     const std::string last =
@@ -83,7 +75,7 @@ TEST_F(ConvertCommandTest, TopLevelArrayOfIntegers) {
     std::string out;
     AttrSet args;
     args.Add("p0", "[1,2]");
-    args.Add("p1", Hex(&out, "").c_str());
+    args.Add("p1", tavrin::test::HexAddress(&out, "").c_str());
     EXPECT_TRUE(Command(args));
     EXPECT_EQ(out, "1+2");
 }

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cinttypes>
+#include <cstdint>
+#include <cstdio>
 #include <string>
 
 #include "base/AttrSet.h"
@@ -54,6 +57,14 @@ inline std::string SetText(const char* key, const std::string& value) {
     tavrin::base::AttrSet set;
     set.Add(key, value.c_str());
     return set.ToString(false);
+}
+
+// An address in hexadecimal after `prefix`, as "p1" carries it.
+inline std::string HexAddress(const void* address, const char* prefix = "") {
+    char text[40];
+    std::snprintf(text, sizeof text, "%s%" PRIxPTR, prefix,
+                  reinterpret_cast<std::uintptr_t>(address));
+    return text;
 }
 
 }  // namespace tavrin::test
