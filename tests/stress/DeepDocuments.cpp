@@ -15,7 +15,7 @@ std::string NestedObjects(std::size_t depth, const std::string& core) {
     return text;
 }
 
-std::string AlternatingNesting(std::size_t depth) {
+std::string AlternatingNesting(std::size_t depth, const std::string& core) {
     std::string open;
     std::string close;
     for (std::size_t i = 0; i < depth; ++i) {
@@ -23,7 +23,7 @@ std::string AlternatingNesting(std::size_t depth) {
         open += array ? "[" : "{\"k\":";
         close += array ? ']' : '}';
     }
-    return open + std::string(close.rbegin(), close.rend());
+    return open + core + std::string(close.rbegin(), close.rend());
 }
 
 }  // namespace tavrin::test

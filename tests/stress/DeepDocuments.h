@@ -13,7 +13,7 @@ std::string NestedArrays(std::size_t depth, const std::string& core = "");
 std::string NestedObjects(std::size_t depth, const std::string& core = "1");
 
 // Arrays and objects taking turns, `depth` containers in all, the outermost
-// an array: [{"k":[{"k":...}]}].
-std::string AlternatingNesting(std::size_t depth);
+// an array, with `core` as the innermost value: [{"k":[{"k":...core...}]}].
+std::string AlternatingNesting(std::size_t depth, const std::string& core = "1");
 
 }  // namespace tavrin::test

@@ -1,7 +1,5 @@
 #include "stress/StressSize.h"
 
-#include <sys/resource.h>
-
 #include <cstdlib>
 
 namespace tavrin::test {
@@ -11,12 +9,6 @@ std::size_t StressDocumentBytes() {
     const char* text = std::getenv("TAVRIN_STRESS_MB");
     const unsigned long megabytes = text != nullptr ? std::strtoul(text, nullptr, 10) : 0;
     return (megabytes != 0 ? megabytes : kDefaultMegabytes) * 1024 * 1024;
-}
-
-std::size_t PeakResidentBytes() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<std::size_t>(usage.ru_maxrss) * 1024;  // reported in KiB
 }
 
 }  // namespace tavrin::test

@@ -9,7 +9,4 @@ namespace tavrin::test {
 // sanitizer test runs stay quick.
 std::size_t StressDocumentBytes();
 
-// The peak resident memory of the process so far, in bytes.
-std::size_t PeakResidentBytes();
-
 }  // namespace tavrin::test
