@@ -2,7 +2,11 @@
 #   make check-asan       every test under AddressSanitizer, UndefinedBehavior-
 #                         Sanitizer and LeakSanitizer (clang, preset "asan")
 #   make check-tsan       the threaded tests under ThreadSanitizer (preset
-#                         "tsan"): tests whose names match TSAN_TESTS
+#                         "tsan"): tests whose names match TSAN_TESTS. The
+#                         runtime's operator new takes the place of the test
+#                         binaries' allocation-counting one (the preset links
+#                         with --allow-multiple-definition); tests that count
+#                         allocations do not run there.
 #   make check-valgrind   tavrin-host under valgrind on the corpus documents
 #                         and on malformed inputs (dev build)
 

@@ -45,11 +45,12 @@ TEST(ParserStressTest, NodeRefusesMillionDeepNestingOnSmallStack) {
 
 TEST(ParserStressTest, LegacyCutsMillionDeepNestingAtTheBoundOnSmallStack) {
     // Containers beyond the bound read as null in their place, which an
-    // array drops and an object keeps; an unbalanced text is refused whole.
+    // array drops; an unbalanced text is refused whole. (Each level below the
+    // bound scans the rest of the text for its closing bracket, so this costs
+    // the bound times the text: seconds for a million.)
     const std::vector<std::pair<std::string, std::string>> cases = {
         {NestedArrays(kMillion), NestedArrays(kDeepest)},
         {std::string(kMillion, '['), ""},
-        {NestedObjects(kMillion), NestedObjects(kDeepest, "null")},
     };
     for (const auto& [text, written] : cases) {
         EXPECT_TRUE(RunOnStack(kSmallStack, [&text = text, &written = written] {
