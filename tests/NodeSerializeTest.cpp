@@ -1,12 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <charconv>
-#include <cstdint>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <random>
 #include <string>
+#include <typeinfo>
 
 #include "json/JsonNode.h"
 #include "support/LogCapture.h"
@@ -170,6 +171,17 @@ TEST(NodeSerialize, TakenFromNodeIsEmpty) {
     Node taker(&source);
     EXPECT_EQ(source.Serialize(), "");
     EXPECT_EQ(log.Text(), EmptyLine());
+}
+
+TEST(NodeSerialize, ForeignKindGivesNothingSilently) {
+    LogCapture log;
+    int value = 1;
+    Node foreign;
+    foreign._type = &typeid(int);
+    foreign._buf = &value;
+    EXPECT_EQ(foreign.Serialize(), "");
+    EXPECT_EQ(log.Text(), "");
+    foreign._buf = nullptr;
 }
 
 TEST(NodeSerialize, TopLevelScalar) { EXPECT_EQ(Node(true).Serialize(), "true"); }
