@@ -102,6 +102,8 @@ public:
     // operator[](int) on an index out of range logs "over range" and returns
     // this node itself, as it does on a node that is not an Array.
     Node& operator[](int index);
+    // The member for `key`, appended as an empty node when absent; a null key
+    // is taken as the empty key.
     Node& operator[](const char* key);
     bool Insert(const Node& node);
     bool Insert(const std::string& key, const Node& node);
