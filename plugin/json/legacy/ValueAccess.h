@@ -12,6 +12,31 @@ namespace json {
 // (which hands finished containers and texts over without copying them).
 // Not part of the exported interface.
 struct ValueAccess {
+    // Gives `to` the type and the fields that carry the value of `from`. The
+    // source may live inside the target's own object or array: its type is
+    // read first, and the container assignments take their copy (or storage)
+    // before they release anything.
+    template <class Source>
+    static void TakeFields(Value& to, Source&& from) {
+        const ValueType type = from.mValueType;
+        switch (type) {
+            case IntVal:
+            case FloatVal:
+            case DoubleVal:
+                to.mIntVal = from.mIntVal;
+                to.mFloatVal = from.mFloatVal;
+                to.mDoubleVal = from.mDoubleVal;
+                break;
+            case StringVal: to.mStringVal = std::forward<Source>(from).mStringVal; break;
+            case ObjectVal: to.mObjectVal = std::forward<Source>(from).mObjectVal; break;
+            case ArrayVal: to.mArrayVal = std::forward<Source>(from).mArrayVal; break;
+            case BoolVal: to.mBoolVal = from.mBoolVal; break;
+            case FractionVal: to.mFractionVal = from.mFractionVal; break;
+            case NullVal: break;
+        }
+        to.mValueType = type;
+    }
+
     static float Float(const Value& v) { return v.mFloatVal; }
     static double Double(const Value& v) { return v.mDoubleVal; }
 
