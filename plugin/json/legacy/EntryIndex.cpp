@@ -5,11 +5,26 @@
 
 namespace json {
 
-std::size_t EntryIndex::SlotFor(Object::Table& entries, const std::string& key) {
-    const std::uint32_t hash = tavrin::base::Hash(key, '\0');
+namespace {
+
+// tavrin::base::Hash(std::string(key), '\0') without making the string:
+// the key up to its first NUL byte.
+std::uint32_t KeyHash(std::string_view key) {
+    std::uint32_t h = tavrin::base::detail::kFnvOffset;
+    for (const char c : key) {
+        if (c == '\0') break;
+        h = tavrin::base::detail::HashStep(h, static_cast<unsigned char>(c));
+    }
+    return h;
+}
+
+}  // namespace
+
+std::size_t EntryIndex::SlotFor(Object::Table& entries, std::string_view key) {
+    const std::uint32_t hash = KeyHash(key);
     const std::size_t found = Find(entries, hash);
     if (found != entries.size()) return found;
-    entries.emplace_back(hash, key, Value());
+    entries.emplace_back(hash, std::string(key), Value());
     Remember(entries);
     return entries.size() - 1;
 }

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <string_view>
 #include <vector>
 
 #include "json/legacy/Object.h"
@@ -17,7 +17,7 @@ namespace json {
 class EntryIndex {
 public:
     // Position in `entries` of the key's entry, appended when absent.
-    std::size_t SlotFor(Object::Table& entries, const std::string& key);
+    std::size_t SlotFor(Object::Table& entries, std::string_view key);
 
 private:
     static constexpr std::size_t kIndexFrom = 8;

@@ -40,25 +40,21 @@ struct ValueAccess {
     static float Float(const Value& v) { return v.mFloatVal; }
     static double Double(const Value& v) { return v.mDoubleVal; }
 
-    static Value FromText(std::string&& text) {
-        Value v;
+    // The setters below give a value its type and the one field that holds
+    // it, taking the storage over.
+    static void SetText(Value& v, std::string&& text) {
         v.mStringVal = std::move(text);
         v.mValueType = StringVal;
-        return v;
     }
 
-    static Value FromEntries(Object::Table&& entries) {
-        Value v;
+    static void SetEntries(Value& v, Object::Table&& entries) {
         v.mObjectVal.mEntries = std::move(entries);
         v.mValueType = ObjectVal;
-        return v;
     }
 
-    static Value FromElements(Array::Elements&& elements) {
-        Value v;
+    static void SetElements(Value& v, Array::Elements&& elements) {
         v.mArrayVal.mValues = std::move(elements);
         v.mValueType = ArrayVal;
-        return v;
     }
 
     // Makes `slot` exactly what `v` was, every field included.
