@@ -272,7 +272,7 @@ bool ScalarOf(const ScalarWalk& walk, Value& out) {
     } else if (!EqualsFolded(walk.token, "null")) {
         int number = 0;
         if (!ReadClampedInt(walk.token, number)) return false;
-        out = Value(number);
+        ValueAccess::SetInt(out, number);
     }
     return true;
 }

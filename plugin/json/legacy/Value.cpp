@@ -20,6 +20,13 @@ const char* RequirementMessage(ValueType type) {
     }
 }
 
+// 0/1, made once through the fraction's own default constructor: every new
+// value starts from a copy of it.
+const tavrin::base::Fraction& DefaultFraction() {
+    static const tavrin::base::Fraction zero;
+    return zero;
+}
+
 const char* NonNullText(const char* text) {
     if (text == nullptr) throw std::invalid_argument("json::Value: null text");
     return text;
@@ -28,7 +35,12 @@ const char* NonNullText(const char* text) {
 }  // namespace
 
 Value::Value()
-    : mValueType(NullVal), mIntVal(0), mFloatVal(0.0f), mDoubleVal(0.0), mBoolVal(false) {}
+    : mValueType(NullVal),
+      mIntVal(0),
+      mFloatVal(0.0f),
+      mDoubleVal(0.0),
+      mBoolVal(false),
+      mFractionVal(DefaultFraction()) {}
 
 Value::Value(bool value) : Value() {
     mBoolVal = value;

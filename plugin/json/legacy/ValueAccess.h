@@ -42,6 +42,13 @@ struct ValueAccess {
 
     // The setters below give a value its type and the one field that holds
     // it, taking the storage over.
+    static void SetInt(Value& v, int number) {
+        v.mIntVal = number;
+        v.mFloatVal = static_cast<float>(number);
+        v.mDoubleVal = static_cast<double>(number);
+        v.mValueType = IntVal;
+    }
+
     static void SetText(Value& v, std::string&& text) {
         v.mStringVal = std::move(text);
         v.mValueType = StringVal;
