@@ -18,12 +18,12 @@
 // proportion to the part of the text it consumes (plus one scan of a nested
 // container's span per level).
 
+// Keeps large locals out of the frames that recur once per nesting level.
+#define NOINLINE __attribute__((noinline))
+
 namespace json {
 
 namespace {
-
-// Keeps large locals out of the frames that recur once per nesting level.
-#define NOINLINE __attribute__((noinline))
 
 constexpr std::size_t kNotFound = std::string_view::npos;
 constexpr int kMaxNesting = ::tavrin::plugin::json::Parser::kDefaultMaxDepth;
@@ -224,6 +224,8 @@ NOINLINE void DeserializeText(std::string_view& text, bool& error, Value& out) {
     ValueAccess::SetText(out, std::move(unescaped));
 }
 
+std::string_view CText(const std::string& text) { return std::string_view(text.c_str()); }
+
 // What a scalar's token gathered so far: the flags of its walk.
 struct ScalarWalk {
     std::string token;
@@ -242,7 +244,7 @@ bool ScalarWalk::Take(char c, ReadState& state) {
     } else if (c == '.') {
         if (!digit) return false;
     } else if (c == 'e' || c == 'E') {
-        if (!EqualsFolded(token, "fals") && !EqualsFolded(token, "tru")) {
+        if (!EqualsFolded(CText(token), "fals") && !EqualsFolded(CText(token), "tru")) {
             if (!digit || exponent) return false;
             exponent = true;
         }
@@ -259,19 +261,21 @@ bool ScalarWalk::Take(char c, ReadState& state) {
     return true;
 }
 
-// The value of a finished token; false when it is none.
+// The value of a finished token, read as a C text (up to a NUL byte, should
+// the document hold one); false when it is none.
 bool ScalarOf(const ScalarWalk& walk, Value& out) {
-    if (EqualsFolded(walk.token, "true")) {
+    const std::string_view word = CText(walk.token);
+    if (EqualsFolded(word, "true")) {
         out = true;
-    } else if (EqualsFolded(walk.token, "false")) {
+    } else if (EqualsFolded(word, "false")) {
         out = false;
     } else if (walk.slash) {
         tavrin::base::Fraction fraction;
         fraction.From(walk.token.c_str());
         out = fraction;
-    } else if (!EqualsFolded(walk.token, "null")) {
+    } else if (!EqualsFolded(word, "null")) {
         int number = 0;
-        if (!ReadClampedInt(walk.token, number)) return false;
+        if (!ReadClampedInt(word, number)) return false;
         ValueAccess::SetInt(out, number);
     }
     return true;
