@@ -18,6 +18,12 @@ std::vector<std::string> KeysOf(const json::Value& v) {
 
 }  // namespace
 
+TEST(LegacyDeserialize, DepthMarkersTakeOneByte) {
+    EXPECT_EQ(sizeof(json::StackDepthType), 1u);
+    EXPECT_EQ(json::ObjectDepth, 0);
+    EXPECT_EQ(json::ArrayDepth, 1);
+}
+
 TEST(LegacyDeserialize, ReadsEveryKindWithItsType) {
     const json::Value doc = json::Deserialize(
         "{\"a\": 1, \"b\": \"x\", \"c\": [1, 2], \"d\": {\"e\": true, \"f\": null, \"g\": 1/2}}");

@@ -182,6 +182,20 @@ TEST(LegacyValue, EveryTypedAccessorThrowsItsMessageOnAnotherType) {
     EXPECT_EQ(RuntimeErrorOf([&] { (void)json::Value(json::Object()).ArrayRef(); }), array);
 }
 
+TEST(LegacyValue, NullTextPointersAreRejectedBeforeAnythingChanges) {
+    const char* none = nullptr;
+    EXPECT_THROW(json::Value{none}, std::invalid_argument);
+    json::Value v(3);
+    EXPECT_THROW(v = none, std::invalid_argument);
+    EXPECT_EQ(v.ToInt(), 3);
+    json::Value object{json::Object()};
+    EXPECT_THROW((void)object[none], std::invalid_argument);
+    EXPECT_THROW((void)static_cast<const json::Value&>(object)[none], std::invalid_argument);
+    EXPECT_EQ(object.size(), 0u);
+    EXPECT_THROW((void)object.HasKeys(static_cast<const char**>(nullptr), 1), std::invalid_argument);
+    EXPECT_EQ(object.HasKeys(static_cast<const char**>(nullptr), 0), -1);
+}
+
 TEST(LegacyValue, IntegerAccessorsAcceptEveryNumericType) {
     LegacyProbe p(4);
     p = 1.5;
