@@ -380,7 +380,8 @@ TEST(LegacyObject, AssignmentReplacesAllEntriesAndClearEmpties) {
     source["y"] = 3;
     target = source;
     EXPECT_EQ(SerializeValue(json::Value(target)), "{\"x\":2,\"y\":3}");
-    target = target;
+    const json::Object& sameObject = target;
+    target = sameObject;
     EXPECT_EQ(target.size(), 2u);
     target.Clear();
     EXPECT_EQ(target.size(), 0u);
@@ -434,6 +435,7 @@ TEST(LegacyArray, AssignmentReplacesAllElements) {
     json::Array target = ArrayOf({1, 2, 3});
     target = ArrayOf({json::Value("a")});
     EXPECT_EQ(SerializeArray(target), "[\"a\"]");
-    target = target;
-    EXPECT_EQ(target.size(), 1u);
+    const json::Array& sameArray = target;
+    target = sameArray;
+    EXPECT_EQ(SerializeArray(target), "[\"a\"]");
 }
