@@ -37,6 +37,16 @@ std::string ScalarText(Node& node, Kind kind) {
     return tavrin::base::ToString<bool>(node.As<bool>());
 }
 
+// '{', the text, '}'.
+std::string Braced(const std::string& text) {
+    std::string braced;
+    braced.reserve(text.size() + 2);
+    braced += '{';
+    braced += text;
+    braced += '}';
+    return braced;
+}
+
 // Tags of the two helpers below, which log under the walkers' name.
 struct ListText {};
 struct SetText {};
@@ -95,14 +105,14 @@ bool convert(Node& src, std::string& out) {
     const Kind kind = KindOf(src);
     std::string text;
     if (kind == Kind::String) {
-        text = '{' + src.As<std::string>() + '}';
+        text = Braced(src.As<std::string>());
     } else if (kind == Kind::Int64 || kind == Kind::Bool) {
         text = ScalarText(src, kind);
     } else if (kind == Kind::Array || kind == Kind::Object) {
         const bool done = kind == Kind::Array ? convert(src, text, ListText{})
                                               : convert(src, text, SetText{});
         if (!done) return false;
-        text = '{' + text + '}';
+        text = Braced(text);
     } else {
         TAVRIN_LOG_ERROR();
     }
@@ -122,7 +132,7 @@ bool convert(const char* key, Node& src, AttrSet& ap) {
         const bool done = kind == Kind::Array ? convert(src, text, ListText{})
                                               : convert(src, text, SetText{});
         if (!done) return false;
-        if (kind == Kind::Array && !text.empty() && text.front() == '{') text = '{' + text + '}';
+        if (kind == Kind::Array && !text.empty() && text.front() == '{') text = Braced(text);
         ap.Add(key, text.c_str());
         TAVRIN_LOG_INFO(ap.Get(key));
     } else {

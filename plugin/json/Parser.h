@@ -44,6 +44,9 @@ public:
     // kind is recognised. Leaves the cursor where it was.
     const std::type_info* TypeDetect();
 
+    // ParseValue refuses a first value that is not an array or an object
+    // (the top-level rule), also when a container reader called directly on
+    // a fresh parser asks it for its first element.
     Node* ParseValue();
     Node* ParseString();
     Node* ParseInt64();
@@ -78,11 +81,13 @@ private:
     int _maxDepth;
     // Number of arrays and objects being read around the cursor.
     int _depth;
-    // Look-ahead cache of TypeDetect: the position in _classifiedText of the
-    // classifying character found by the last number scan (or of the
-    // terminator when there was none; -1 before the first scan). Every
-    // number starting before it is classified by that character.
+    // Look-ahead cache of TypeDetect: the last number scan ran over
+    // _classifiedText from _classifiedFrom to the classifying character
+    // _classifier at _classifiedUpTo (the terminator when there was none).
+    // Every number starting in that stretch meets the same character first.
+    // Empty (_classifiedUpTo < _classifiedFrom) before the first scan.
     const char* _classifiedText;
+    std::ptrdiff_t _classifiedFrom;
     std::ptrdiff_t _classifiedUpTo;
     char _classifier;
 };
