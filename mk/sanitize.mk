@@ -1,6 +1,8 @@
 # Sanitizer and valgrind runs (part of check).
 #   make check-asan       every test under AddressSanitizer, UndefinedBehavior-
-#                         Sanitizer and LeakSanitizer (clang, preset "asan")
+#                         Sanitizer and LeakSanitizer (clang, preset "asan"),
+#                         except the exported-symbol list, which is the GCC
+#                         build's (clang exports other template instances)
 #   make check-tsan       the threaded tests under ThreadSanitizer (preset
 #                         "tsan"): tests whose names match TSAN_TESTS. The
 #                         runtime's operator new takes the place of the test
