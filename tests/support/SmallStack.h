@@ -5,7 +5,9 @@
 
 namespace tavrin::test {
 
-// Runs `work` on a new thread whose stack is `bytes` long and waits for it.
+// Runs `work` on a new thread whose stack is `bytes` long (four times that
+// under AddressSanitizer or ThreadSanitizer, whose frames are larger) and
+// waits for it.
 // Returns false when such a thread could not be started. A stack overflow
 // inside `work` crashes the test binary, which is what a test of bounded
 // recursion wants to see fail.
