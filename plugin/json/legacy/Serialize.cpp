@@ -4,7 +4,7 @@
 #include <cmath>
 #include <system_error>
 
-#include "json/legacy/ValueAccess.h"
+#include "json/legacy/internal/ValueAccess.h"
 
 namespace {
 
