@@ -1,0 +1,22 @@
+# Cross build for 32-bit ARM Linux, hard-float EABI, with Debian's
+# g++-arm-linux-gnueabihf. Programs built here (tests, tavrin-host) run
+# through qemu-user with the ARM system root of the cross toolchain.
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR arm)
+
+set(TAVRIN_ARM_TRIPLET arm-linux-gnueabihf)
+set(TAVRIN_ARM_SYSROOT /usr/${TAVRIN_ARM_TRIPLET})
+
+set(CMAKE_C_COMPILER ${TAVRIN_ARM_TRIPLET}-gcc)
+set(CMAKE_CXX_COMPILER ${TAVRIN_ARM_TRIPLET}-g++)
+# ar, nm, readelf, objdump and strip are found by the same triplet prefix.
+
+set(CMAKE_CROSSCOMPILING_EMULATOR qemu-arm -L ${TAVRIN_ARM_SYSROOT})
+
+# Libraries and headers of the target come from the cross toolchain's root
+# only; build tools (cmake, ninja, python) from the build machine.
+set(CMAKE_FIND_ROOT_PATH ${TAVRIN_ARM_SYSROOT})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
