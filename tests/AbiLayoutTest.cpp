@@ -13,9 +13,10 @@
 #include "base/HashTable.h"
 #include "json/JsonNode.h"
 #include "json/Parser.h"
+#include "json/legacy/Value.h"
 
-// Parser keeps private members after its public ones, so it is not a
-// standard-layout class; GCC still gives exact offsets for it.
+// Parser and json::Value have members of more than one access level, so
+// they are not standard-layout classes; GCC still gives exact offsets.
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
 namespace {
@@ -74,5 +75,33 @@ static_assert(offsetof(Parser, _text) < offsetof(Parser, _pos));
 static_assert(offsetof(Parser, _pos) < offsetof(Parser, _token));
 static_assert(offsetof(Parser, _token) < offsetof(Parser, _buffer));
 static_assert(offsetof(Parser, _buffer) < offsetof(Parser, _first));
+
+// json::Value: one field per type, in the order of the type numbers, the
+// fields protected (so they are read from a derived class).
+struct ValueLayout : json::Value {
+    // Never called: a member function body sees the class complete.
+    static void Check() {
+        static_assert(kIs<decltype(mValueType), json::ValueType>);
+        static_assert(sizeof(mValueType) == 1);
+        static_assert(kIs<decltype(mIntVal), std::int32_t>);
+        static_assert(kIs<decltype(mFloatVal), float>);
+        static_assert(kIs<decltype(mDoubleVal), double>);
+        static_assert(kIs<decltype(mStringVal), std::string>);
+        static_assert(kIs<decltype(mObjectVal), json::Object>);
+        static_assert(kIs<decltype(mArrayVal), json::Array>);
+        static_assert(kIs<decltype(mBoolVal), bool>);
+        static_assert(kIs<decltype(mFractionVal), Fraction>);
+        static_assert(offsetof(ValueLayout, mValueType) == 0);
+        static_assert(offsetof(ValueLayout, mValueType) < offsetof(ValueLayout, mIntVal));
+        static_assert(offsetof(ValueLayout, mIntVal) < offsetof(ValueLayout, mFloatVal));
+        static_assert(offsetof(ValueLayout, mFloatVal) < offsetof(ValueLayout, mDoubleVal));
+        static_assert(offsetof(ValueLayout, mDoubleVal) < offsetof(ValueLayout, mStringVal));
+        static_assert(offsetof(ValueLayout, mStringVal) < offsetof(ValueLayout, mObjectVal));
+        static_assert(offsetof(ValueLayout, mObjectVal) < offsetof(ValueLayout, mArrayVal));
+        static_assert(offsetof(ValueLayout, mArrayVal) < offsetof(ValueLayout, mBoolVal));
+        static_assert(offsetof(ValueLayout, mBoolVal) < offsetof(ValueLayout, mFractionVal));
+    }
+};
+static_assert(sizeof(ValueLayout) == sizeof(json::Value));
 
 }  // namespace
