@@ -92,7 +92,7 @@ TEST(HostProgramTest, ConvertFailureExitsOneWithNothingOnStandardOutput) {
 }
 
 TEST(HostProgramTest, ParsePrintsTheDocumentReserialized) {
-    const std::string input = WriteTemp(" { \"a\" : [ 1 , true ] } ");
+    const std::string input = WriteTemp(" {\"a\": [ 1 , true ] } ");
     const Outcome run = Host("parse '" + input + "'");
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, "{\"a\":[1,true]}\n");
