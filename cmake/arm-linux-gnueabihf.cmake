@@ -11,6 +11,11 @@ set(CMAKE_C_COMPILER ${TAVRIN_ARM_TRIPLET}-gcc)
 set(CMAKE_CXX_COMPILER ${TAVRIN_ARM_TRIPLET}-g++)
 # ar, nm, readelf, objdump and strip are found by the same triplet prefix.
 
+# GCC notes on every vector iterator passed by value that its parameter
+# passing changed in GCC 7.1; it matters only when linking objects built by
+# an older GCC, and the host framework and the plug-in are built by one.
+set(CMAKE_CXX_FLAGS_INIT "-Wno-psabi")
+
 set(CMAKE_CROSSCOMPILING_EMULATOR qemu-arm -L ${TAVRIN_ARM_SYSROOT})
 
 # Libraries and headers of the target come from the cross toolchain's root
