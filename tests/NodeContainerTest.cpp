@@ -9,12 +9,7 @@
 #include "support/NodeBuild.h"
 #include "support/SourceLine.h"
 
-using tavrin::plugin::json::Node;
-using tavrin::test::Int;
-using tavrin::test::LogCapture;
-using tavrin::test::MakeArray;
-using tavrin::test::MakeObject;
-using tavrin::test::Text;
+using namespace tavrin::test;  // node builders, log capture, source lines
 
 namespace {
 

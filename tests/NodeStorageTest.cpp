@@ -12,13 +12,7 @@
 #include "support/SourceLine.h"
 
 using tavrin::base::Fraction;
-using tavrin::plugin::json::Node;
-using tavrin::test::Int;
-using tavrin::test::LogCapture;
-using tavrin::test::MakeArray;
-using tavrin::test::MakeObject;
-using tavrin::test::RedLine;
-using tavrin::test::Text;
+using namespace tavrin::test;  // node builders, log capture, source lines
 
 namespace {
 

@@ -44,6 +44,9 @@ public:
     // kind is recognised. Leaves the cursor where it was.
     const std::type_info* TypeDetect();
 
+    // ParseValue refuses a first value that is not an array or an object
+    // (the top-level rule), also when a container reader called directly on
+    // a fresh parser asks it for its first element.
     Node* ParseValue();
     Node* ParseString();
     Node* ParseInt64();
@@ -74,6 +77,9 @@ private:
     // current (in _token) afterwards. Logs nothing: the number readers log
     // their own messages for the two failures.
     IntegerPart ReadIntegerPart();
+    // Takes the plain characters of a string (no quote, backslash or control
+    // character) that follow the cursor into _buffer in one step.
+    void TakePlainRun();
 
     int _maxDepth;
     // Number of arrays and objects being read around the cursor.
