@@ -92,11 +92,15 @@ public:
     bool IsEmpty() const { return _buf == nullptr; }
 
     // Frees the value and leaves the node with no type record, no buffer and
-    // no handlers, like Node().
+    // no handlers, exactly like Node(): it reports no kind afterwards.
     void Clear();
 
     // Container operations. Wrong kinds, bad indexes and missing keys are
-    // reported by a red log line and the failure result.
+    // reported by a red log line and the failure result. A node whose value
+    // was taken away counts as not being of its container kind.
+    //
+    // operator[](int) on an index out of range logs "over range" and returns
+    // this node itself, as it does on a node that is not an Array.
     Node& operator[](int index);
     Node& operator[](const char* key);
     bool Insert(const Node& node);
@@ -106,10 +110,14 @@ public:
     bool Remove(const std::string& key);
     bool HasKey(const std::string& key);
     std::size_t Size() const;
+    // Visits the elements (members) in order until `func` returns false.
+    // An empty `func` throws std::bad_function_call at the first element.
     bool Foreach(const std::function<bool(Node&)>& func);
     bool Foreach(const std::function<bool(const char*, Node&)>& func);
 
     // Compact text of the node and its subtree; empty for an empty node.
+    // Doubles are written in their shortest exact form, always with a "." or
+    // an exponent; infinities as 1e999 and -1e999, NaN as 0.0.
     std::string Serialize();
 
     // Parses a document (an object or an array at the top). On success this
@@ -117,6 +125,12 @@ public:
     // unchanged, the parser has logged why, and false is returned.
     bool Deserialize(const char* text);
     bool Deserialize(std::string text);
+
+private:
+    // Appends the text of this node and its subtree to `out`.
+    void Serialize(std::string& out);
+    // Frees the value, leaving type record and handlers; the node is empty.
+    void Release() noexcept;
 };
 
 template <class T>
