@@ -1,0 +1,57 @@
+#include "timing/Scaling.h"
+
+#include <string>
+
+#include "json/Parser.h"
+#include "libraries/Tavrin.h"
+#include "support/Shapes.h"
+#include "timing/Throughput.h"
+
+namespace tavrin::bench {
+
+namespace {
+
+struct Shape {
+    const char* name;
+    std::string (*make)(std::size_t);
+    std::size_t baseSize;
+};
+
+// Deep nesting reaches 8n = 480 levels, inside the parser's bound.
+constexpr std::size_t kBaseDepth = 60;
+static_assert(8 * kBaseDepth < static_cast<std::size_t>(tavrin::plugin::json::Parser::kDefaultMaxDepth),
+              "the deep documents stay within the parser's depth bound");
+
+const Shape kShapes[] = {
+    {"int_array", IntArray, 4096},     {"double_array", DoubleArray, 4096},
+    {"wide_object", WideObject, 1024}, {"deep_nesting", DeepNesting, kBaseDepth},
+    {"long_string", LongString, 16384},
+};
+
+}  // namespace
+
+const std::vector<Document>& ScalingDocuments() {
+    static const std::vector<Document> docs = [] {
+        std::vector<Document> made;
+        for (const Shape& shape : kShapes)
+            for (std::size_t size : {shape.baseSize, 8 * shape.baseSize})
+                made.push_back({std::string(shape.name) + "/" + std::to_string(size), shape.make(size)});
+        return made;
+    }();
+    return docs;
+}
+
+void RegisterScaling(const char* operation, DocumentLoop loop) {
+    for (const Document& doc : ScalingDocuments()) {
+        const std::string name = std::string("scaling/") + operation + "/" + doc.name;
+        benchmark::RegisterBenchmark(name.c_str(),
+                                     [loop, &doc](benchmark::State& state) { loop(state, doc); });
+    }
+}
+
+void RegisterAllScaling() {
+    RegisterScaling("parse", ParseLoop<TavrinLibrary>);
+    RegisterScaling("serialize", SerializeLoop<TavrinLibrary>);
+}
+
+}  // namespace tavrin::bench
