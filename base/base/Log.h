@@ -21,10 +21,25 @@ void LogLine(const char* colour, const char* file, int line, const char* functio
     os << '\n' << kLogReset;
 }
 
+// Where a log line is written from; called with the message pieces (none
+// for a line with an empty message).
+struct LogSite {
+    const char* colour;
+    const char* file;
+    int line;
+    const char* function;
+
+    template <class... Message>
+    void operator()(const Message&... message) const {
+        LogLine(colour, file, line, function, message...);
+    }
+};
+
 }  // namespace tavrin::base
 
-// Every log line of the project goes through these two macros.
+// Every log line of the project goes through these two macros. They take
+// zero or more message pieces.
 #define TAVRIN_LOG_ERROR(...) \
-    ::tavrin::base::LogLine(::tavrin::base::kLogRed, __FILE__, __LINE__, __func__, ##__VA_ARGS__)
+    ::tavrin::base::LogSite{::tavrin::base::kLogRed, __FILE__, __LINE__, __func__}(__VA_ARGS__)
 #define TAVRIN_LOG_INFO(...) \
-    ::tavrin::base::LogLine(::tavrin::base::kLogCyan, __FILE__, __LINE__, __func__, ##__VA_ARGS__)
+    ::tavrin::base::LogSite{::tavrin::base::kLogCyan, __FILE__, __LINE__, __func__}(__VA_ARGS__)

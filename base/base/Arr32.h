@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+
+#include "base/Export.h"
+
+namespace tavrin::base {
+
+// A growable array of unsigned 32-bit values. It may start over storage its
+// owner supplies; when it outgrows that storage it moves to a heap block of
+// its own.
+class TAVRIN_HOST_API Arr32 {
+public:
+    // An empty array over `storage` (room for `capacity` values). When
+    // `borrowed` is true the storage stays the caller's and is never freed;
+    // otherwise it must come from new[] and the array frees it.
+    Arr32(std::uint32_t* storage, int capacity, bool borrowed);
+    ~Arr32();
+    Arr32(const Arr32&) = delete;
+    Arr32& operator=(const Arr32&) = delete;
+
+    // Appends `value`. With `unique` set, a value already present is not
+    // added again (false is returned).
+    bool Add(std::uint32_t value, bool unique);
+
+    // Appends the case-folding hash (Hash) of each non-empty part of `text`
+    // between `separator` characters, in order, duplicates included. A null
+    // text adds nothing. Returns the number of values added.
+    int Add(const char* text, char separator);
+
+    void Clear() { _size = 0; }
+    int Size() const { return _size; }
+    const std::uint32_t* begin() const { return _data; }
+    const std::uint32_t* end() const { return _data + _size; }
+
+private:
+    void Grow();
+
+    std::uint32_t* _data;
+    int _size;
+    int _capacity;
+    bool _borrowed;
+};
+
+}  // namespace tavrin::base
