@@ -5,6 +5,7 @@
 #include "json/Parser.h"
 #include "libraries/Tavrin.h"
 #include "support/Shapes.h"
+#include "timing/Convert.h"
 #include "timing/Throughput.h"
 
 namespace tavrin::bench {
@@ -52,6 +53,7 @@ void RegisterScaling(const char* operation, DocumentLoop loop) {
 void RegisterAllScaling() {
     RegisterScaling("parse", ParseLoop<TavrinLibrary>);
     RegisterScaling("serialize", SerializeLoop<TavrinLibrary>);
+    RegisterScaling("convert", ConvertLoop);
 }
 
 }  // namespace tavrin::bench

@@ -6,12 +6,14 @@
 #include "support/Documents.h"
 #include "support/QuietLog.h"
 #include "timing/Comparisons.h"
+#include "timing/Convert.h"
 #include "timing/Scaling.h"
 
 int main(int argc, char** argv) {
     tavrin::bench::SilenceLog();
     static const std::vector<tavrin::bench::Document> docs = tavrin::bench::AllDocuments();
     tavrin::bench::RegisterComparisons(docs);
+    tavrin::bench::RegisterConvert(docs);
     tavrin::bench::RegisterAllScaling();
 
     benchmark::Initialize(&argc, argv);
