@@ -15,7 +15,7 @@ public:
     using Tree = rapidjson::Document;
 
     bool Parse(const std::string& text, Tree& tree) {
-        tree.Parse(text.data(), text.size());
+        tree.Parse(text.c_str());
         return !tree.HasParseError();
     }
     std::string Serialize(Tree& tree) {
