@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <typeinfo>
 
@@ -16,7 +17,10 @@ namespace tavrin::plugin::json {
 // never throws on bad text.
 class TAVRIN_PLUGIN_API Parser {
 public:
-    // Containers nested deeper than this fail with a log line of their own.
+    // Arrays and objects nested deeper than this fail with a log line of
+    // their own (" nesting deeper than 512 levels, please check string
+    // format!"). The bound keeps parsing, and copying, assigning, destroying
+    // and serializing the deepest admitted tree, well inside a 256 KiB stack.
     static constexpr int kDefaultMaxDepth = 512;
 
     Parser();
@@ -26,7 +30,8 @@ public:
     ~Parser();
 
     // Cursor. GetNextChar returns the next character as a code 0-255; at the
-    // end of the text it returns 0 (and logs on every read past it).
+    // end of the text it returns 0 (and logs on every read past it). Texts
+    // are read up to their first NUL, and at most 2^31 - 2 characters.
     int GetNextChar();
     void Retract();
     void Concat();
@@ -34,7 +39,8 @@ public:
     bool ParseSpecific(const char* word);
     bool EOL() const;
 
-    // The held type of the next value, or null when no kind is recognised.
+    // The held type of the next value, or null (after a log line) when no
+    // kind is recognised. Leaves the cursor where it was.
     const std::type_info* TypeDetect();
 
     Node* ParseValue();
@@ -46,8 +52,8 @@ public:
     Node* ParseArray();
     Node* ParseObject();
 
-    // Nesting bound of this parser (arrays and objects inside each other).
-    // Values below 1 are taken as 1.
+    // Nesting bound of this parser (arrays and objects inside each other;
+    // the top-level container is level 1). Values below 1 are taken as 1.
     void SetMaxDepth(int depth);
     int MaxDepth() const { return _maxDepth; }
 
@@ -58,12 +64,25 @@ public:
     bool _first;
 
 private:
+    // The kind of the number starting at _pos, by look-ahead.
+    const std::type_info* NumberKind();
+
+    enum class IntegerPart { kRead, kNoDigit, kDigitAfterZero };
+    // Reads an optional "-" and an integer part ("0", or a digit 1-9 and
+    // any digits) into a fresh _buffer, then one more character, which is
+    // current (in _token) afterwards. Logs nothing: the number readers log
+    // their own messages for the two failures.
+    IntegerPart ReadIntegerPart();
+
     int _maxDepth;
+    // Number of arrays and objects being read around the cursor.
     int _depth;
-    // Look-ahead cache of TypeDetect: the position of the classifying
-    // character found by the last number scan (-1 when none yet). Every
-    // number starting at or before it is classified by that character.
-    int _classifiedUpTo;
+    // Look-ahead cache of TypeDetect: the position in _classifiedText of the
+    // classifying character found by the last number scan (or of the
+    // terminator when there was none; -1 before the first scan). Every
+    // number starting before it is classified by that character.
+    const char* _classifiedText;
+    std::ptrdiff_t _classifiedUpTo;
     char _classifier;
 };
 

@@ -1,0 +1,414 @@
+#include "json/Parser.h"
+
+#include <climits>
+#include <cstring>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "base/Fraction.h"
+#include "base/Log.h"
+#include "json/CharClass.h"
+#include "json/MemberIndex.h"
+#include "json/NumberRead.h"
+
+namespace tavrin::plugin::json {
+
+namespace {
+
+using Array = Node::Array;
+using Object = Node::Object;
+using NodePtr = std::unique_ptr<Node>;
+
+// The last position _pos can take; a longer text reads as if it ended there.
+constexpr int kLastPosition = INT_MAX;
+
+// Characters that end the look-ahead of a number: "," "]" "}" make an
+// integer, "." "e" "E" a double, "/" a fraction.
+constexpr const char* kNumberClassifiers = ",]}.eE/";
+
+// Every failure yields a Node without a value.
+Node* Failure() { return new Node(); }
+
+// A new Node holding `items` (moved, not copied).
+template <class Container>
+Node* Holding(Container&& items) {
+    NodePtr node(new Node());
+    node->Init<Container>(nullptr);
+    static_cast<Container*>(node->_buf)->swap(items);
+    return node.release();
+}
+
+// Counts one level of nesting for as long as it lives.
+class DepthLevel {
+public:
+    explicit DepthLevel(int& depth) : _depth(depth) { ++_depth; }
+    ~DepthLevel() { --_depth; }
+    DepthLevel(const DepthLevel&) = delete;
+    DepthLevel& operator=(const DepthLevel&) = delete;
+
+private:
+    int& _depth;
+};
+
+bool IsContainerKind(const std::type_info* kind) {
+    return kind != nullptr && (*kind == typeid(Object) || *kind == typeid(Array));
+}
+
+bool IsSimpleEscape(int c) {
+    return c == '"' || c == '\\' || c == '/' || c == 'b' || c == 'f' || c == 'n' || c == 'r' ||
+           c == 't';
+}
+
+}  // namespace
+
+Parser::Parser() : Parser(" ") {}
+
+Parser::Parser(const char* text)
+    : _text(text),
+      _pos(-1),
+      _token(' '),
+      _first(true),
+      _maxDepth(kDefaultMaxDepth),
+      _depth(0),
+      _classifiedText(nullptr),
+      _classifiedUpTo(-1),
+      _classifier('\0') {}
+
+Parser::Parser(const Parser& other) = default;
+Parser& Parser::operator=(const Parser& other) = default;
+Parser::~Parser() = default;
+
+void Parser::SetMaxDepth(int depth) { _maxDepth = depth < 1 ? 1 : depth; }
+
+// ---- cursor ----------------------------------------------------------------
+
+int Parser::GetNextChar() {
+    if (_pos >= 0 && (_text[_pos] == '\0' || _pos == kLastPosition)) {
+        _token = '\0';
+        TAVRIN_LOG_ERROR(" unexpected _token!");
+        return 0;
+    }
+    ++_pos;
+    _token = _pos == kLastPosition ? '\0' : _text[_pos];
+    return static_cast<unsigned char>(_token);
+}
+
+void Parser::Retract() {
+    --_pos;
+    _token = ' ';
+}
+
+void Parser::Concat() { _buffer += _token; }
+
+// Unlike Retract, the step back keeps _token: it still holds the first
+// character that is not whitespace (0 at the end of the text).
+void Parser::SkipSpaces() {
+    while (IsSpace(GetNextChar())) {
+    }
+    --_pos;
+}
+
+bool Parser::ParseSpecific(const char* word) {
+    for (std::size_t i = 0, length = std::strlen(word); i < length; ++i) {
+        if (GetNextChar() != static_cast<unsigned char>(word[i])) {
+            TAVRIN_LOG_ERROR("_token error!");
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Parser::EOL() const { return _token == '\0'; }
+
+// ---- type detection --------------------------------------------------------
+
+const std::type_info* Parser::TypeDetect() {
+    const int c = GetNextChar();
+    const std::type_info* kind = nullptr;
+    if (c == '{')
+        kind = &typeid(Object);
+    else if (c == '[')
+        kind = &typeid(Array);
+    else if (c == '"')
+        kind = &typeid(std::string);
+    else if (c == 't' || c == 'f')
+        kind = &typeid(bool);
+    else if (IsDigit(c) || c == '-')
+        kind = NumberKind();
+    else
+        TAVRIN_LOG_ERROR("can't detect the type of", _text, ",please check string format!");
+    Retract();
+    return kind;
+}
+
+// The scan from the number's first character stops at the first classifying
+// character. Every number that starts before the character found last time
+// meets that same character first, so each stretch of text is scanned once.
+const std::type_info* Parser::NumberKind() {
+    if (_classifiedText != _text || _pos > _classifiedUpTo) {
+        const char* start = _text + _pos;
+        const char* found = std::strpbrk(start, kNumberClassifiers);
+        if (found == nullptr) found = start + std::strlen(start);
+        _classifiedText = _text;
+        _classifiedUpTo = found - _text;
+        _classifier = *found;
+    }
+    switch (_classifier) {
+        case '.':
+        case 'e':
+        case 'E':
+            return &typeid(double);
+        case '/':
+            return &typeid(tavrin::base::Fraction);
+        default:
+            return &typeid(long long);
+    }
+}
+
+// ---- scalars ---------------------------------------------------------------
+
+Parser::IntegerPart Parser::ReadIntegerPart() {
+    _buffer.clear();
+    int c = GetNextChar();
+    if (c == '-') {
+        Concat();
+        c = GetNextChar();
+    }
+    if (!IsDigit(c)) return IntegerPart::kNoDigit;
+    Concat();
+    if (c != '0') {
+        while (IsDigit(GetNextChar())) Concat();
+        Retract();
+    }
+    return IsDigit(GetNextChar()) ? IntegerPart::kDigitAfterZero : IntegerPart::kRead;
+}
+
+Node* Parser::ParseInt64() {
+    const IntegerPart part = ReadIntegerPart();
+    if (part == IntegerPart::kNoDigit) {
+        TAVRIN_LOG_ERROR("digit format error!");
+        return Failure();
+    }
+    if (part == IntegerPart::kDigitAfterZero) {
+        TAVRIN_LOG_ERROR(" digit format error!");
+        return Failure();
+    }
+    Retract();
+    return new Node(ReadInt64(_buffer));
+}
+
+Node* Parser::ParseDouble() {
+    const IntegerPart part = ReadIntegerPart();
+    if (part == IntegerPart::kNoDigit) {
+        TAVRIN_LOG_ERROR("dobule digit format error!");
+        return Failure();
+    }
+    if (part == IntegerPart::kDigitAfterZero) {
+        TAVRIN_LOG_ERROR(" Parse Double err!");
+        return Failure();
+    }
+    int c = static_cast<unsigned char>(_token);
+    if (c == '.') {
+        Concat();
+        c = GetNextChar();
+        if (!IsDigit(c)) {
+            TAVRIN_LOG_ERROR(" dobule digit format error!");
+            return Failure();
+        }
+        for (; IsDigit(c); c = GetNextChar()) Concat();
+    }
+    if (c == 'e' || c == 'E') {
+        Concat();
+        c = GetNextChar();
+        if (c == '+' || c == '-') {
+            Concat();
+        } else if (!IsDigit(c)) {
+            TAVRIN_LOG_ERROR(" dobule digit format error!");
+            return Failure();
+        } else {
+            Retract();
+        }
+        c = GetNextChar();
+        if (!IsDigit(c)) {
+            TAVRIN_LOG_ERROR(" dobule digit format error!");
+            return Failure();
+        }
+        for (; IsDigit(c); c = GetNextChar()) Concat();
+    }
+    Retract();
+    return new Node(ReadDouble(_buffer));
+}
+
+Node* Parser::ParseFraction() {
+    const IntegerPart part = ReadIntegerPart();
+    if (part == IntegerPart::kNoDigit) {
+        TAVRIN_LOG_ERROR(" Fraction digit format error!");
+        return Failure();
+    }
+    if (part == IntegerPart::kDigitAfterZero) {
+        TAVRIN_LOG_ERROR(" Parse Fraction err!");
+        return Failure();
+    }
+    int c = static_cast<unsigned char>(_token);
+    // A missing "/" and a missing denominator are one error.
+    const bool slash = c == '/';
+    long long numerator = 0;
+    if (slash) {
+        numerator = ReadInt64(_buffer);
+        _buffer.clear();
+        c = GetNextChar();
+    }
+    if (!slash || !IsDigit(c)) {
+        TAVRIN_LOG_ERROR(" Fraction digit format error!");
+        return Failure();
+    }
+    for (; IsDigit(c); c = GetNextChar()) Concat();
+    Retract();
+    tavrin::base::Fraction fraction;
+    fraction.From(numerator, ReadInt64(_buffer));
+    return new Node(fraction);
+}
+
+// Escape sequences are checked and kept as written, undecoded.
+Node* Parser::ParseString() {
+    SkipSpaces();
+    if (GetNextChar() != '"') {
+        TAVRIN_LOG_ERROR(" string format error!");
+        return Failure();
+    }
+    _buffer.clear();
+    for (;;) {
+        int c = GetNextChar();
+        if (c == '"') return new Node(_buffer);
+        if (c == '\\') {
+            Concat();
+            c = GetNextChar();
+            if (c == 'u') {
+                Concat();
+                for (int i = 0; i < 4; ++i) {
+                    if (!IsHexDigit(GetNextChar())) {
+                        TAVRIN_LOG_ERROR(":string format error!");
+                        return Failure();
+                    }
+                    Concat();
+                }
+            } else if (IsSimpleEscape(c)) {
+                Concat();
+            } else {
+                TAVRIN_LOG_ERROR("string format error!");
+                return Failure();
+            }
+        } else if (IsControl(c)) {
+            TAVRIN_LOG_ERROR("string format error!");
+            return Failure();
+        } else {
+            Concat();
+        }
+    }
+}
+
+// Only the lowercase words: TypeDetect sends nothing else here. A failed
+// match has been logged by ParseSpecific.
+Node* Parser::ParseBool() {
+    const int c = GetNextChar();
+    Retract();
+    if (c == 't' && ParseSpecific("true")) return new Node(true);
+    if (c == 'f' && ParseSpecific("false")) return new Node(false);
+    return Failure();
+}
+
+// ---- values and containers -------------------------------------------------
+
+Node* Parser::ParseValue() {
+    SkipSpaces();
+    const std::type_info* kind = TypeDetect();
+    if (_first && !IsContainerKind(kind)) {
+        TAVRIN_LOG_ERROR(" can't find \"{\" or \"[\", please check string format!");
+        return Failure();
+    }
+    _first = false;
+    if (kind != nullptr) {
+        if (*kind == typeid(bool)) return ParseBool();
+        if (*kind == typeid(long long)) return ParseInt64();
+        if (*kind == typeid(double)) return ParseDouble();
+        if (*kind == typeid(tavrin::base::Fraction)) return ParseFraction();
+        if (*kind == typeid(std::string)) return ParseString();
+        if (*kind == typeid(Object)) return ParseObject();
+        if (*kind == typeid(Array)) return ParseArray();
+    }
+    TAVRIN_LOG_ERROR(" can't detect json type,please check string format!");
+    return Failure();
+}
+
+// A failed element has logged its own line; the array adds none.
+Node* Parser::ParseArray() {
+    if (_depth >= _maxDepth) {
+        TAVRIN_LOG_ERROR(" nesting deeper than ", _maxDepth, " levels, please check string format!");
+        return Failure();
+    }
+    const DepthLevel level(_depth);
+    Array items;
+    if (GetNextChar() != '[') {
+        TAVRIN_LOG_ERROR(" can't find \"[\", Array format error:", _text);
+        return Failure();
+    }
+    SkipSpaces();
+    if (GetNextChar() == ']') return Holding(std::move(items));
+    Retract();
+    for (;;) {
+        const NodePtr element(ParseValue());
+        if (element->IsEmpty()) return Failure();
+        items.emplace_back(std::move(*element));
+        SkipSpaces();
+        const int next = GetNextChar();
+        if (next == ']') return Holding(std::move(items));
+        if (next != ',') {
+            TAVRIN_LOG_ERROR("can't find \"]\", Array format error:", _text);
+            return Failure();
+        }
+    }
+}
+
+// The colon must follow the key's closing quote directly; a mismatch has been
+// logged by ParseSpecific.
+Node* Parser::ParseObject() {
+    if (_depth >= _maxDepth) {
+        TAVRIN_LOG_ERROR(" nesting deeper than ", _maxDepth, " levels, please check string format!");
+        return Failure();
+    }
+    const DepthLevel level(_depth);
+    Object members;
+    MemberIndex index(members);
+    if (GetNextChar() != '{') {
+        TAVRIN_LOG_ERROR("can't find \"{\", Object format error:", _text);
+        return Failure();
+    }
+    SkipSpaces();
+    if (GetNextChar() == '}') return Holding(std::move(members));
+    Retract();
+    for (;;) {
+        const NodePtr key(ParseString());
+        if (key->IsEmpty()) {
+            TAVRIN_LOG_ERROR("parse key fail:", _text);
+            return Failure();
+        }
+        std::string& keyText = key->As<std::string>();
+        if (!ParseSpecific(":")) return Failure();
+        const NodePtr value(ParseValue());
+        if (value->IsEmpty()) {
+            TAVRIN_LOG_ERROR("can't parse the value of ", keyText);
+            return Failure();
+        }
+        index.Store(std::move(keyText), std::move(*value));
+        SkipSpaces();
+        const int next = GetNextChar();
+        if (next == '}') return Holding(std::move(members));
+        if (next != ',') {
+            TAVRIN_LOG_ERROR("can't find \"}\", Object format error:", _text);
+            return Failure();
+        }
+    }
+}
+
+}  // namespace tavrin::plugin::json
