@@ -1,8 +1,13 @@
 #!/usr/bin/env bash
-# Parses every sample document in examples/ and prints it re-serialized.
+# Runs the plug-in inside tavrin-host on the sample documents: every example
+# is parsed and printed re-serialized, and the camera settings are converted
+# to the framework's attribute-set text. Log lines appear on standard error.
 set -euo pipefail
 build="${1:-build/dev}"
+host="$build/host/program/tavrin-host"
 for doc in examples/*.json; do
-  echo "== $doc"
-  "$build/examples/json-roundtrip" "$doc"
+  echo "== parse $doc"
+  "$host" parse "$doc"
 done
+echo "== convert examples/camera.json"
+"$host" convert examples/camera.json

@@ -1,0 +1,15 @@
+#include "Modes.h"
+
+namespace tavrin::host::program {
+
+const Mode kModes[] = {
+    {"convert",
+     "register the plug-in, call \"cmd_json_to_attrset_string\" on the JSON text and print the "
+     "attribute-set text",
+     RunConvert},
+    {"parse", "parse the JSON text with Node::Deserialize and print it re-serialized", RunParse},
+};
+
+const std::size_t kModeCount = sizeof kModes / sizeof kModes[0];
+
+}  // namespace tavrin::host::program

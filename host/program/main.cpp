@@ -1,0 +1,55 @@
+// tavrin-host MODE [FILE|-]: runs one mode of the plug-in on a document read
+// from FILE or standard input. Log lines go to standard error.
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "Input.h"
+#include "Modes.h"
+
+namespace program = tavrin::host::program;
+
+namespace {
+
+const program::Mode* FindMode(const char* name) {
+    for (std::size_t i = 0; i < program::kModeCount; ++i)
+        if (std::strcmp(program::kModes[i].name, name) == 0) return &program::kModes[i];
+    return nullptr;
+}
+
+void PrintHelp() {
+    std::printf(
+        "usage: tavrin-host MODE [FILE|-]\n"
+        "Runs the JSON plug-in inside the substitute framework on one document, read\n"
+        "from FILE or, when FILE is \"-\" or absent, from standard input. The plug-in's\n"
+        "log lines go to standard error.\n\nmodes:\n");
+    for (std::size_t i = 0; i < program::kModeCount; ++i)
+        std::printf("  %-9s %s\n", program::kModes[i].name, program::kModes[i].summary);
+    std::printf(
+        "\nexit status: 0 success (result on standard output), 1 the mode failed (nothing\n"
+        "on standard output), 2 bad command line or unreadable input.\n");
+}
+
+int UsageError(const std::string& message) {
+    std::fprintf(stderr, "tavrin-host: %s (see tavrin-host --help)\n", message.c_str());
+    return program::kExitUsage;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc >= 2 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0)) {
+        PrintHelp();
+        return program::kExitSuccess;
+    }
+    if (argc < 2 || argc > 3) return UsageError("expected MODE [FILE|-]");
+    const program::Mode* mode = FindMode(argv[1]);
+    if (mode == nullptr) return UsageError(std::string("unknown mode '") + argv[1] + "'");
+    std::string input;
+    std::string error;
+    if (!program::ReadInput(argc == 3 ? argv[2] : nullptr, input, error)) {
+        std::fprintf(stderr, "tavrin-host: %s\n", error.c_str());
+        return program::kExitUsage;
+    }
+    return mode->run(input);
+}
