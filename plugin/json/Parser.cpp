@@ -55,6 +55,25 @@ bool IsContainerKind(const std::type_info* kind) {
     return kind != nullptr && (*kind == typeid(Object) || *kind == typeid(Array));
 }
 
+// Characters a string takes as they are: no quote, no backslash, no control
+// character (which includes the terminator).
+bool IsPlainStringChar(int c) { return c != '"' && c != '\\' && !IsControl(c); }
+
+// Appends the run of characters after the cursor that `accept` takes to the
+// token buffer in one piece, and leaves the cursor on the last of them, as
+// reading and concatenating them one at a time would. The terminator is
+// never accepted.
+template <class Accept>
+void AppendRun(Parser& parser, Accept accept) {
+    const int start = parser._pos + 1;
+    int end = start;
+    while (end < kLastPosition && accept(static_cast<unsigned char>(parser._text[end]))) ++end;
+    if (end == start) return;
+    parser._buffer.append(parser._text + start, static_cast<std::size_t>(end - start));
+    parser._pos = end - 1;
+    parser._token = parser._text[parser._pos];
+}
+
 bool IsSimpleEscape(int c) {
     return c == '"' || c == '\\' || c == '/' || c == 'b' || c == 'f' || c == 'n' || c == 'r' ||
            c == 't';
@@ -102,14 +121,25 @@ void Parser::Retract() {
 void Parser::Concat() { _buffer += _token; }
 
 // Unlike Retract, the step back keeps _token: it still holds the first
-// character that is not whitespace (0 at the end of the text).
-void Parser::SkipSpaces() {
+// character that is not whitespace (0 at the end of the text). A run of
+// whitespace is passed over in one scan, which ends as reading it character
+// by character would; the reads at the end of the text stay with GetNextChar.
+[[gnu::flatten]] void Parser::SkipSpaces() {
+    if (_pos < 0 || (_text[_pos] != '\0' && _pos != kLastPosition)) {
+        int pos = _pos + 1;
+        while (pos < kLastPosition && IsSpace(static_cast<unsigned char>(_text[pos]))) ++pos;
+        _pos = pos - 1;
+        if (pos < kLastPosition && _text[pos] != '\0') {
+            _token = _text[pos];
+            return;
+        }
+    }
     while (IsSpace(GetNextChar())) {
     }
     --_pos;
 }
 
-bool Parser::ParseSpecific(const char* word) {
+[[gnu::flatten]] bool Parser::ParseSpecific(const char* word) {
     for (std::size_t i = 0, length = std::strlen(word); i < length; ++i) {
         if (GetNextChar() != static_cast<unsigned char>(word[i])) {
             TAVRIN_LOG_ERROR("_token error!");
@@ -123,7 +153,7 @@ bool Parser::EOL() const { return _token == '\0'; }
 
 // ---- type detection --------------------------------------------------------
 
-const std::type_info* Parser::TypeDetect() {
+[[gnu::flatten]] const std::type_info* Parser::TypeDetect() {
     const int c = GetNextChar();
     const std::type_info* kind = nullptr;
     if (c == '{')
@@ -168,7 +198,7 @@ const std::type_info* Parser::NumberKind() {
 
 // ---- scalars ---------------------------------------------------------------
 
-Parser::IntegerPart Parser::ReadIntegerPart() {
+[[gnu::flatten]] Parser::IntegerPart Parser::ReadIntegerPart() {
     _buffer.clear();
     int c = GetNextChar();
     if (c == '-') {
@@ -178,7 +208,8 @@ Parser::IntegerPart Parser::ReadIntegerPart() {
     if (!IsDigit(c)) return IntegerPart::kNoDigit;
     Concat();
     if (c != '0') {
-        while (IsDigit(GetNextChar())) Concat();
+        AppendRun(*this, IsDigit);
+        GetNextChar();
         Retract();
     }
     return IsDigit(GetNextChar()) ? IntegerPart::kDigitAfterZero : IntegerPart::kRead;
@@ -198,7 +229,7 @@ Node* Parser::ParseInt64() {
     return new Node(ReadInt64(_buffer));
 }
 
-Node* Parser::ParseDouble() {
+[[gnu::flatten]] Node* Parser::ParseDouble() {
     const IntegerPart part = ReadIntegerPart();
     if (part == IntegerPart::kNoDigit) {
         TAVRIN_LOG_ERROR("dobule digit format error!");
@@ -216,7 +247,9 @@ Node* Parser::ParseDouble() {
             TAVRIN_LOG_ERROR(" dobule digit format error!");
             return Failure();
         }
-        for (; IsDigit(c); c = GetNextChar()) Concat();
+        Concat();
+        AppendRun(*this, IsDigit);
+        c = GetNextChar();
     }
     if (c == 'e' || c == 'E') {
         Concat();
@@ -234,7 +267,9 @@ Node* Parser::ParseDouble() {
             TAVRIN_LOG_ERROR(" dobule digit format error!");
             return Failure();
         }
-        for (; IsDigit(c); c = GetNextChar()) Concat();
+        Concat();
+        AppendRun(*this, IsDigit);
+        c = GetNextChar();
     }
     Retract();
     return new Node(ReadDouble(_buffer));
@@ -271,7 +306,7 @@ Node* Parser::ParseFraction() {
 }
 
 // Escape sequences are checked and kept as written, undecoded.
-Node* Parser::ParseString() {
+[[gnu::flatten]] Node* Parser::ParseString() {
     SkipSpaces();
     if (GetNextChar() != '"') {
         TAVRIN_LOG_ERROR(" string format error!");
@@ -279,6 +314,7 @@ Node* Parser::ParseString() {
     }
     _buffer.clear();
     for (;;) {
+        AppendRun(*this, IsPlainStringChar);
         int c = GetNextChar();
         if (c == '"') return new Node(_buffer);
         if (c == '\\') {
@@ -328,14 +364,16 @@ Node* Parser::ParseValue() {
         return Failure();
     }
     _first = false;
+    // TypeDetect hands out the records of this file itself, so their
+    // addresses tell the kinds apart without comparing type names.
     if (kind != nullptr) {
-        if (*kind == typeid(bool)) return ParseBool();
-        if (*kind == typeid(long long)) return ParseInt64();
-        if (*kind == typeid(double)) return ParseDouble();
-        if (*kind == typeid(tavrin::base::Fraction)) return ParseFraction();
-        if (*kind == typeid(std::string)) return ParseString();
-        if (*kind == typeid(Object)) return ParseObject();
-        if (*kind == typeid(Array)) return ParseArray();
+        if (kind == &typeid(bool)) return ParseBool();
+        if (kind == &typeid(long long)) return ParseInt64();
+        if (kind == &typeid(double)) return ParseDouble();
+        if (kind == &typeid(tavrin::base::Fraction)) return ParseFraction();
+        if (kind == &typeid(std::string)) return ParseString();
+        if (kind == &typeid(Object)) return ParseObject();
+        if (kind == &typeid(Array)) return ParseArray();
     }
     TAVRIN_LOG_ERROR(" can't detect json type,please check string format!");
     return Failure();
