@@ -1,8 +1,10 @@
 #include "base/Fraction.h"
 
-#include <cctype>
+#include <charconv>
 #include <cstdint>
+#include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace tavrin::base {
 
@@ -13,52 +15,59 @@ constexpr long long kMax32 = std::numeric_limits<std::int32_t>::max();
 
 bool Fits32(long long v) { return v >= kMin32 && v <= kMax32; }
 
-std::int32_t Saturate32(long long v) {
-    if (v < kMin32) return static_cast<std::int32_t>(kMin32);
-    if (v > kMax32) return static_cast<std::int32_t>(kMax32);
-    return static_cast<std::int32_t>(v);
-}
-
-// Greatest common divisor of two magnitudes, computed on unsigned values so
-// that the smallest long long needs no negation.
-unsigned long long Gcd(unsigned long long a, unsigned long long b) {
-    while (b != 0) {
-        const unsigned long long r = a % b;
-        a = b;
-        b = r;
-    }
-    return a;
-}
-
 unsigned long long Magnitude(long long v) {
     return v < 0 ? 0ULL - static_cast<unsigned long long>(v) : static_cast<unsigned long long>(v);
 }
 
-// Divides a signed value by a positive divisor of its magnitude.
-long long DivideExact(long long v, unsigned long long divisor) {
-    const unsigned long long m = Magnitude(v) / divisor;
-    if (v >= 0) return static_cast<long long>(m);
-    return m > static_cast<unsigned long long>(std::numeric_limits<long long>::max())
-               ? std::numeric_limits<long long>::min()
-               : -static_cast<long long>(m);
+// A fraction of two magnitudes, and whether it equals the value it stands for.
+struct Ratio {
+    unsigned long long num;
+    unsigned long long den;
+    bool exact;
+};
+
+// The fraction nearest to p/q whose two parts do not exceed `limit`, from the
+// continued fraction of p/q: the last convergent within the limit, or the
+// semiconvergent after it when that one is nearer. p/q in lowest terms when
+// it fits; 1/0 for a zero q.
+Ratio Approximate(unsigned long long p, unsigned long long q, unsigned long long limit) {
+    unsigned long long h0 = 0, h1 = 1;  // numerators of the two latest convergents
+    unsigned long long k0 = 1, k1 = 0;  // and their denominators
+    while (q != 0) {
+        const unsigned long long a = p / q;
+        unsigned long long t = a;
+        if (h1 != 0) t = std::min(t, (limit - h0) / h1);
+        if (k1 != 0) t = std::min(t, (limit - k0) / k1);
+        if (t < a) {
+            if (k1 == 0 || 2 * t > a) return {t * h1 + h0, t * k1 + k0, false};
+            return {h1, k1, false};
+        }
+        h0 = std::exchange(h1, a * h1 + h0);
+        k0 = std::exchange(k1, a * k1 + k0);
+        p = std::exchange(q, p % q);
+    }
+    return {h1, k1, true};
 }
 
-// Reads blanks, an optional sign and at least one digit into `out`
-// (saturating far outside the 64-bit range). Returns the position after it, or
-// null when there is no digit.
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+// Reads blanks, an optional sign, digits that fit a long long, and blanks.
+// Returns the position after them, or null when there is no digit or the
+// number does not fit.
 const char* ReadInteger(const char* p, long long& out) {
-    while (*p == ' ' || *p == '\t') ++p;
-    bool negative = false;
-    if (*p == '-' || *p == '+') negative = (*p++ == '-');
-    if (!std::isdigit(static_cast<unsigned char>(*p))) return nullptr;
+    while (IsBlank(*p)) ++p;
+    const bool negative = *p == '-';
+    if (*p == '-' || *p == '+') ++p;
+    const char* end = p;
+    while (*end >= '0' && *end <= '9') ++end;
     unsigned long long magnitude = 0;
-    constexpr unsigned long long kCap = 1ULL << 62;
-    for (; std::isdigit(static_cast<unsigned char>(*p)); ++p)
-        if (magnitude < kCap) magnitude = magnitude * 10 + static_cast<unsigned>(*p - '0');
-    const auto value = static_cast<long long>(magnitude > kCap ? kCap : magnitude);
-    out = negative ? -value : value;
-    while (*p == ' ' || *p == '\t') ++p;
-    return p;
+    const auto result = std::from_chars(p, end, magnitude);
+    if (end == p || result.ec != std::errc()) return nullptr;
+    const unsigned long long bound = static_cast<unsigned long long>(std::numeric_limits<long long>::max()) + (negative ? 1 : 0);
+    if (magnitude > bound) return nullptr;
+    out = negative ? static_cast<long long>(0ULL - magnitude) : static_cast<long long>(magnitude);
+    while (IsBlank(*end)) ++end;
+    return end;
 }
 
 }  // namespace
@@ -69,14 +78,12 @@ bool Fraction::From(long long numerator, long long denominator) {
         den = static_cast<std::int32_t>(denominator);
         return true;
     }
-    const unsigned long long g = Gcd(Magnitude(numerator), Magnitude(denominator));
-    if (g > 1) {
-        numerator = DivideExact(numerator, g);
-        denominator = DivideExact(denominator, g);
-    }
-    num = Saturate32(numerator);
-    den = Saturate32(denominator);
-    return Fits32(numerator) && Fits32(denominator);
+    const Ratio ratio = Approximate(Magnitude(numerator), Magnitude(denominator), kMax32);
+    const bool negative = (numerator < 0) != (denominator < 0);
+    num = static_cast<std::int32_t>(negative ? -static_cast<long long>(ratio.num)
+                                             : static_cast<long long>(ratio.num));
+    den = static_cast<std::int32_t>(ratio.den);
+    return ratio.exact;
 }
 
 bool Fraction::From(const char* text) {

@@ -49,7 +49,71 @@ void ExerciseTree(const Node& tree) {
 
 constexpr std::size_t kSmallStack = 256 * 1024;
 
+// Allocations made by `operation`.
+struct Cost {
+    std::size_t calls;
+    std::size_t bytes;
+};
+
+template <class Operation>
+Cost Measure(Operation operation) {
+    AllocationCounter counter;
+    operation();
+    return {counter.Calls(), counter.Bytes()};
+}
+
+// Doubling the depth of the tree may at most double the allocations of an
+// operation (plus a little for buffers that grow by doubling); a cost that
+// grows with the square of the size quadruples.
+template <class Operation>
+void ExpectLinear(Node (*build)(int), Operation operation) {
+    Node small = build(1000);
+    Node large = build(2000);
+    const Cost smallCost = Measure([&] { operation(small); });
+    const Cost largeCost = Measure([&] { operation(large); });
+    EXPECT_GT(smallCost.calls, 0u);
+    EXPECT_LE(largeCost.calls, 2 * smallCost.calls + 32);
+    EXPECT_LE(largeCost.bytes, 2 * smallCost.bytes + 4096);
+}
+
+void Copy(const Node& tree) { Node copy(tree); }
+void Assign(const Node& tree) {
+    Node target = MixedChain(3);
+    target = tree;
+}
+void Write(Node& tree) { EXPECT_FALSE(tree.Serialize().empty()); }
+void Free(const Node& tree) {
+    Node copy(tree);
+    const Cost cost = Measure([&] { copy = Node(); });
+    EXPECT_LE(cost.calls, 16u);
+}
+
 }  // namespace
+
+TEST(NodeDepth, CopyAllocatesOncePerLevel) {
+    const Node tree = Chain(1000);
+    // Per level a vector and its one-element buffer, the int64 at the bottom,
+    // and a few for the work lists of copying and freeing.
+    const std::size_t calls = Measure([&] { Copy(tree); }).calls;
+    EXPECT_GE(calls, 2u * 1000 + 1);
+    EXPECT_LE(calls, 2u * 1000 + 1 + 8);
+}
+
+TEST(NodeDepth, CopyAssignWriteAndFreeAreLinear) {
+    for (Node (*build)(int) : {&Chain, &MixedChain}) {
+        ExpectLinear(build, Copy);
+        ExpectLinear(build, Assign);
+        ExpectLinear(build, Write);
+        ExpectLinear(build, Free);
+    }
+}
+
+TEST(NodeDepth, VeryDeepTreeNeedsNoDeepStack) {
+    EXPECT_TRUE(tavrin::test::RunOnStack(kSmallStack, [] {
+        ExerciseTree(Chain(20000));
+        ExerciseTree(MixedChain(20000));
+    }));
+}
 
 TEST(NodeDepth, DeepestParsableTreeFitsSmallStack) {
     const int depth = Parser::kDefaultMaxDepth;

@@ -22,8 +22,9 @@ template <class... Message>
     os << '\n' << kLogReset;
 }
 
-// Where a log line is written from; called with the message pieces (none
-// for a line with an empty message).
+// Where a log line comes from; Write sends the line with its message pieces.
+// The macros below name the site and pass their arguments to Write, so a
+// line with no message at all needs no comma trickery.
 struct LogSite {
     const char* colour;
     const char* file;
@@ -31,16 +32,15 @@ struct LogSite {
     const char* function;
 
     template <class... Message>
-    void operator()(const Message&... message) const {
+    void Write(const Message&... message) const {
         LogLine(colour, file, line, function, message...);
     }
 };
 
 }  // namespace tavrin::base
 
-// Every log line of the project goes through these two macros. They take
-// zero or more message pieces.
+// Every log line of the project goes through these two macros.
 #define TAVRIN_LOG_ERROR(...) \
-    ::tavrin::base::LogSite{::tavrin::base::kLogRed, __FILE__, __LINE__, __func__}(__VA_ARGS__)
+    ::tavrin::base::LogSite{::tavrin::base::kLogRed, __FILE__, __LINE__, __func__}.Write(__VA_ARGS__)
 #define TAVRIN_LOG_INFO(...) \
-    ::tavrin::base::LogSite{::tavrin::base::kLogCyan, __FILE__, __LINE__, __func__}(__VA_ARGS__)
+    ::tavrin::base::LogSite{::tavrin::base::kLogCyan, __FILE__, __LINE__, __func__}.Write(__VA_ARGS__)

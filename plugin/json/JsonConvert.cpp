@@ -37,6 +37,16 @@ std::string ScalarText(Node& node, Kind kind) {
     return tavrin::base::ToString<bool>(node.As<bool>());
 }
 
+// '{', the text, '}'.
+std::string Braced(const std::string& text) {
+    std::string braced;
+    braced.reserve(text.size() + 2);
+    braced += '{';
+    braced += text;
+    braced += '}';
+    return braced;
+}
+
 // Tags of the two helpers below, which log under the walkers' name.
 struct ListText {};
 struct SetText {};
@@ -44,10 +54,31 @@ struct SetText {};
 bool convert(Node& src, std::string& out);
 bool convert(const char* key, Node& src, AttrSet& ap);
 
+// Both walks below visit the elements and members in place instead of going
+// through Node::Foreach and a std::function: the same visits and results,
+// with a quarter of the stack per nesting level, so that the deepest document
+// the parser admits converts on a small thread stack.
+
+// Walks an array's elements with the list walker; false at the first that
+// fails.
+bool WalkElements(Node& array, std::string& list) {
+    for (Node& element : array.As<Node::Array>())
+        if (!convert(element, list)) return false;
+    return true;
+}
+
+// Walks an object's members with the keyed walker; false at the first that
+// fails.
+bool WalkMembers(Node& object, AttrSet& members) {
+    for (auto& member : object.As<Node::Object>())
+        if (!convert(member.key.c_str(), member.value, members)) return false;
+    return true;
+}
+
 // The list text of an array: its elements' texts joined by '+'.
 bool convert(Node& src, std::string& list, ListText) {
     TAVRIN_LOG_ERROR();
-    if (!src.Foreach([&list](Node& element) { return convert(element, list); })) {
+    if (!WalkElements(src, list)) {
         TAVRIN_LOG_ERROR("!src.Foreach(func)");
         return false;
     }
@@ -59,9 +90,7 @@ bool convert(Node& src, std::string& list, ListText) {
 // The text of the set holding an object's members, each under its own key.
 bool convert(Node& src, std::string& text, SetText) {
     AttrSet members;
-    if (!src.Foreach([&members](const char* key, Node& member) {
-            return convert(key, member, members);
-        })) {
+    if (!WalkMembers(src, members)) {
         TAVRIN_LOG_ERROR("!src.Foreach(func)");
         return false;
     }
@@ -76,14 +105,14 @@ bool convert(Node& src, std::string& out) {
     const Kind kind = KindOf(src);
     std::string text;
     if (kind == Kind::String) {
-        text = '{' + src.As<std::string>() + '}';
+        text = Braced(src.As<std::string>());
     } else if (kind == Kind::Int64 || kind == Kind::Bool) {
         text = ScalarText(src, kind);
     } else if (kind == Kind::Array || kind == Kind::Object) {
         const bool done = kind == Kind::Array ? convert(src, text, ListText{})
                                               : convert(src, text, SetText{});
         if (!done) return false;
-        text = '{' + text + '}';
+        text = Braced(text);
     } else {
         TAVRIN_LOG_ERROR();
     }
@@ -103,7 +132,7 @@ bool convert(const char* key, Node& src, AttrSet& ap) {
         const bool done = kind == Kind::Array ? convert(src, text, ListText{})
                                               : convert(src, text, SetText{});
         if (!done) return false;
-        if (kind == Kind::Array && !text.empty() && text.front() == '{') text = '{' + text + '}';
+        if (kind == Kind::Array && !text.empty() && text.front() == '{') text = Braced(text);
         ap.Add(key, text.c_str());
         TAVRIN_LOG_INFO(ap.Get(key));
     } else {

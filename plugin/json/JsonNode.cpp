@@ -4,21 +4,17 @@
 #include <utility>
 
 #include "base/Log.h"
-#include "json/NumberText.h"
+#include "json/NodeAccess.h"
+#include "json/NodeWriter.h"
 
 namespace tavrin::plugin::json {
 
 namespace {
 
+using detail::KindOf;
+using detail::ValueOf;
 using Array = Node::Array;
 using Object = Node::Object;
-
-// The node's value as T, or null when the node is not of kind T or holds no
-// value (it was never given one, or it was taken away).
-template <class T>
-T* ValueOf(const Node& node) {
-    return node.Is<T>() && node._buf != nullptr ? static_cast<T*>(node._buf) : nullptr;
-}
 
 // Element counts are logged as unsigned 32-bit numbers.
 std::uint32_t Count(std::size_t size) { return static_cast<std::uint32_t>(size); }
@@ -27,11 +23,6 @@ std::uint32_t Count(std::size_t size) { return static_cast<std::uint32_t>(size);
 // negative index never does.
 bool InRange(int index, std::size_t size) {
     return index >= 0 && static_cast<std::size_t>(index) < size;
-}
-
-// Appends a stored text up to its first NUL, as the text form keeps it.
-void AppendText(std::string& out, const std::string& text) {
-    out.append(text, 0, text.find('\0'));
 }
 
 // A node holding the two given nodes as an Array, in that order.
@@ -86,12 +77,7 @@ Node& Node::operator=(const Node& other) {
         Node fresh(other);
         *this = std::move(fresh);
     } catch (...) {
-        Node shell;
-        shell._type = other._type;
-        shell._destroy = other._destroy;
-        shell._create = other._create;
-        shell._copy = other._copy;
-        *this = std::move(shell);
+        *this = KindOf(other);
         throw;
     }
     return *this;
@@ -113,14 +99,7 @@ Node& Node::operator=(Node&& other) noexcept {
     return *this;
 }
 
-Node::~Node() {
-    if (_destroy) _destroy(this);
-}
-
-void Node::Release() noexcept {
-    if (_destroy) _destroy(this);
-    _buf = nullptr;
-}
+Node::~Node() { Release(); }
 
 const char* Node::Type() const {
     if (Is<bool>()) return "bool";
@@ -272,46 +251,14 @@ bool Node::Foreach(const std::function<bool(const char*, Node&)>& func) {
 
 std::string Node::Serialize() {
     std::string out;
-    Serialize(out);
+    NodeWriter writer(out);
+    for (const Node* next = this; next != nullptr; next = writer.Next()) {
+        if (next->IsEmpty())
+            TAVRIN_LOG_ERROR("json node is empty!");
+        else
+            writer.Write(*next);
+    }
     return out;
-}
-
-void Node::Serialize(std::string& out) {
-    if (IsEmpty()) {
-        TAVRIN_LOG_ERROR("json node is empty!");
-        return;
-    }
-    if (const bool* flag = ValueOf<bool>(*this)) {
-        out += *flag ? "true" : "false";
-    } else if (const long long* integer = ValueOf<long long>(*this)) {
-        AppendInteger(out, *integer);
-    } else if (const double* real = ValueOf<double>(*this)) {
-        AppendDouble(out, *real);
-    } else if (const auto* fraction = ValueOf<tavrin::base::Fraction>(*this)) {
-        AppendInteger(out, static_cast<int>(fraction->num));
-        out += '/';
-        AppendInteger(out, static_cast<int>(fraction->den));
-    } else if (const std::string* text = ValueOf<std::string>(*this)) {
-        out += '"';
-        AppendText(out, *text);
-        out += '"';
-    } else if (Object* members = ValueOf<Object>(*this)) {
-        out += '{';
-        for (auto& member : *members) {
-            out += &member == &members->front() ? "\"" : ",\"";
-            AppendText(out, member.key);
-            out += "\":";
-            member.value.Serialize(out);
-        }
-        out += '}';
-    } else if (Array* items = ValueOf<Array>(*this)) {
-        out += '[';
-        for (auto& item : *items) {
-            if (&item != &items->front()) out += ',';
-            item.Serialize(out);
-        }
-        out += ']';
-    }
 }
 
 }  // namespace tavrin::plugin::json

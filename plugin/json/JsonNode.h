@@ -132,16 +132,22 @@ public:
     bool Deserialize(std::string text);
 
 private:
-    // Appends the text of this node and its subtree to `out`.
-    void Serialize(std::string& out);
     // Frees the value, leaving type record and handlers; the node is empty.
+    // Nested containers are freed one after another, not by recursion.
     void Release() noexcept;
+    // Gives `node` a deep copy of a container as its buffer, level by level
+    // rather than by recursion, so that deep trees copy on a small stack.
+    static void CopyContainer(Node* node, const Array& src);
+    static void CopyContainer(Node* node, const Object& src);
 };
 
 template <class T>
 void Node::copy(Node* node, void* src) {
     if (node == nullptr || src == nullptr) throw std::runtime_error("copy():ptr can't be nullptr!");
-    node->_buf = new T(*static_cast<const T*>(src));
+    if constexpr (std::is_same_v<T, Array> || std::is_same_v<T, Object>)
+        CopyContainer(node, *static_cast<const T*>(src));
+    else
+        node->_buf = new T(*static_cast<const T*>(src));
 }
 
 template <class T>

@@ -91,6 +91,7 @@ Parser::Parser(const char* text)
       _maxDepth(kDefaultMaxDepth),
       _depth(0),
       _classifiedText(nullptr),
+      _classifiedFrom(0),
       _classifiedUpTo(-1),
       _classifier('\0') {}
 
@@ -173,14 +174,16 @@ bool Parser::EOL() const { return _token == '\0'; }
 }
 
 // The scan from the number's first character stops at the first classifying
-// character. Every number that starts before the character found last time
-// meets that same character first, so each stretch of text is scanned once.
+// character. Every number that starts between the start of the last scan and
+// the character it found meets that same character first, so a forward pass
+// scans each stretch of text once.
 const std::type_info* Parser::NumberKind() {
-    if (_classifiedText != _text || _pos > _classifiedUpTo) {
+    if (_classifiedText != _text || _pos < _classifiedFrom || _pos > _classifiedUpTo) {
         const char* start = _text + _pos;
         const char* found = std::strpbrk(start, kNumberClassifiers);
         if (found == nullptr) found = start + std::strlen(start);
         _classifiedText = _text;
+        _classifiedFrom = _pos;
         _classifiedUpTo = found - _text;
         _classifier = *found;
     }

@@ -18,10 +18,11 @@ namespace tavrin::plugin::json {
 class TAVRIN_PLUGIN_API Parser {
 public:
     // Arrays and objects nested deeper than this fail with a log line of
-    // their own (" nesting deeper than 512 levels, please check string
+    // their own (" nesting deeper than 256 levels, please check string
     // format!"). The bound keeps parsing, and copying, assigning, destroying
-    // and serializing the deepest admitted tree, well inside a 256 KiB stack.
-    static constexpr int kDefaultMaxDepth = 512;
+    // and serializing the deepest admitted tree, well inside a 256 KiB thread
+    // stack, address-sanitizer builds included.
+    static constexpr int kDefaultMaxDepth = 256;
 
     Parser();
     explicit Parser(const char* text);
@@ -77,11 +78,13 @@ private:
     int _maxDepth;
     // Number of arrays and objects being read around the cursor.
     int _depth;
-    // Look-ahead cache of TypeDetect: the position in _classifiedText of the
-    // classifying character found by the last number scan (or of the
-    // terminator when there was none; -1 before the first scan). Every
-    // number starting before it is classified by that character.
+    // Look-ahead cache of TypeDetect: the last number scan ran over
+    // _classifiedText from _classifiedFrom to the classifying character
+    // _classifier at _classifiedUpTo (the terminator when there was none).
+    // Every number starting in that stretch meets the same character first.
+    // Empty (_classifiedUpTo < _classifiedFrom) before the first scan.
     const char* _classifiedText;
+    std::ptrdiff_t _classifiedFrom;
     std::ptrdiff_t _classifiedUpTo;
     char _classifier;
 };

@@ -1,0 +1,178 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "base/Fraction.h"
+#include "base/Log.h"
+#include "base/Reflect.h"
+#include "base/ToString.h"
+#include "base/ostream.h"
+#include "host/ReflectLog.h"
+#include "support/LogCapture.h"
+#include "support/SourceLine.h"
+
+using tavrin::base::Fraction;
+using tavrin::base::ostream;
+using tavrin::base::ostream_string;
+using tavrin::test::LogCapture;
+
+namespace {
+
+const char kThisFile[] = "tests/HostServicesTest.cpp";
+
+// An ostream that records every insertion separately, tagged with its kind.
+class RecordingStream final : public ostream {
+public:
+    std::vector<std::string> pieces;
+
+    ostream& operator<<(char c) override { return Add("char:" + std::string(1, c)); }
+    ostream& operator<<(int v) override { return Add("int:" + std::to_string(v)); }
+    ostream& operator<<(long long v) override { return Add("long long:" + std::to_string(v)); }
+    ostream& operator<<(std::uint32_t v) override { return Add("count:" + std::to_string(v)); }
+    ostream& operator<<(const char* text) override { return Add("text:" + std::string(text)); }
+
+private:
+    ostream& Add(std::string piece) {
+        pieces.push_back(std::move(piece));
+        return *this;
+    }
+};
+
+void LogNothing() { TAVRIN_LOG_ERROR(); }
+void LogPieces() { TAVRIN_LOG_INFO("n=", 7, " big=", 5000000000LL, " count=", std::uint32_t{3}, std::string("!")); }
+
+std::string Text(const Fraction& fraction) { return static_cast<std::string>(fraction); }
+
+// The fraction From(numerator, denominator) stores, with its result.
+std::pair<std::string, bool> Made(long long numerator, long long denominator) {
+    Fraction fraction;
+    const bool exact = fraction.From(numerator, denominator);
+    return {Text(fraction), exact};
+}
+
+std::pair<std::string, bool> Read(const char* text) {
+    Fraction fraction;
+    fraction.From(5LL, 7LL);
+    const bool ok = fraction.From(text);
+    return {Text(fraction), ok};
+}
+
+void Entry(const char*) {}
+
+}  // namespace
+
+TEST(HostStream, StringStreamAppendsToGivenString) {
+    std::string target = "ab";
+    ostream_string stream(target);
+    ostream& base = stream;
+    base << 'c' << -2147483647 - 1 << std::numeric_limits<long long>::min()
+         << std::numeric_limits<std::uint32_t>::max() << "|" << std::string("s");
+    base << static_cast<const char*>(nullptr);
+    EXPECT_EQ(target, "abc-2147483648-92233720368547758084294967295|s");
+    EXPECT_EQ(&stream.str(), &target);
+}
+
+TEST(HostStream, StringStreamOfItsOwn) {
+    ostream_string stream(0);
+    stream << "x" << 12 << 'y';
+    EXPECT_EQ(stream.str(), "x12y");
+}
+
+TEST(HostToString, LongLongAndBool) {
+    EXPECT_EQ(tavrin::base::ToString<long long>(std::numeric_limits<long long>::min()),
+              "-9223372036854775808");
+    EXPECT_EQ(tavrin::base::ToString<long long>(0), "0");
+    EXPECT_EQ(tavrin::base::ToString<bool>(true), "true");
+    EXPECT_EQ(tavrin::base::ToString<bool>(false), "false");
+}
+
+TEST(HostLog, EmptyMessageKeepsTabNewlineAndReset) {
+    LogCapture log;
+    LogNothing();
+    const int line = tavrin::test::SourceLine(kThisFile, "{ TAVRIN_LOG_ERROR(); }");
+    EXPECT_EQ(log.Text(), "\033[31m" + std::string(kThisFile) + "/" + std::to_string(line) +
+                              "/LogNothing:\t\n\033[0m");
+}
+
+TEST(HostLog, LineIsAChainOfSeparateInsertions) {
+    RecordingStream recorder;
+    ostream* const previous = tavrin::base::cout;
+    tavrin::base::cout = &recorder;
+    LogPieces();
+    tavrin::base::cout = previous;
+    const int line = tavrin::test::SourceLine(kThisFile, "void LogPieces()");
+    EXPECT_EQ(recorder.pieces,
+              (std::vector<std::string>{"text:\033[36m", "text:" + std::string(kThisFile), "text:/",
+                                        "int:" + std::to_string(line), "text:/", "text:LogPieces",
+                                        "text::\t", "text:n=", "int:7", "text: big=",
+                                        "long long:5000000000", "text: count=", "count:3", "text:!",
+                                        "char:\n", "text:\033[0m"}));
+}
+
+TEST(HostFraction, DefaultIsZeroOverOne) {
+    const Fraction fraction;
+    EXPECT_EQ(fraction.num, 0);
+    EXPECT_EQ(fraction.den, 1);
+    EXPECT_EQ(Text(fraction), "0/1");
+}
+
+TEST(HostFraction, ThirtyTwoBitPartsStoredAsGiven) {
+    EXPECT_EQ(Made(3, 4), std::make_pair(std::string("3/4"), true));
+    EXPECT_EQ(Made(6, 8), std::make_pair(std::string("6/8"), true));
+    EXPECT_EQ(Made(1, 0), std::make_pair(std::string("1/0"), true));
+    EXPECT_EQ(Made(-2147483648LL, -1), std::make_pair(std::string("-2147483648/-1"), true));
+}
+
+TEST(HostFraction, WiderPartsReducedWhenThatFits) {
+    EXPECT_EQ(Made(3LL << 32, 4LL << 32), std::make_pair(std::string("3/4"), true));
+    EXPECT_EQ(Made(-(6LL << 31), 4LL << 31), std::make_pair(std::string("-3/2"), true));
+    EXPECT_EQ(Made(6000000000LL, -4000000000LL), std::make_pair(std::string("-3/2"), true));
+    EXPECT_EQ(Made(0, 5000000000LL), std::make_pair(std::string("0/1"), true));
+    EXPECT_EQ(Made(5000000000LL, 0), std::make_pair(std::string("1/0"), true));
+}
+
+TEST(HostFraction, WiderPartsApproximatedByNearestValue) {
+    EXPECT_EQ(Made(1099511627783LL, 847288609443LL),
+              std::make_pair(std::string("1295691269/998465524"), false));
+    EXPECT_EQ(Made(314159265358979LL, 100000000000000LL),
+              std::make_pair(std::string("1434877259/456735617"), false));
+    EXPECT_EQ(Made(100000000000LL, -314159265358979LL),
+              std::make_pair(std::string("-514292/1615695969"), false));
+    EXPECT_EQ(Made(-1000000000001LL, 700000000000LL), std::make_pair(std::string("-10/7"), false));
+    EXPECT_EQ(Made(5000000000LL, 1), std::make_pair(std::string("2147483647/1"), false));
+    EXPECT_EQ(Made(std::numeric_limits<long long>::min(), 1),
+              std::make_pair(std::string("-2147483647/1"), false));
+    EXPECT_EQ(Made(1, 3000000000LL), std::make_pair(std::string("1/2147483647"), false));
+    EXPECT_EQ(Made(1, 5000000000LL), std::make_pair(std::string("0/1"), false));
+}
+
+TEST(HostFraction, ReadsText) {
+    EXPECT_EQ(Read("3/4"), std::make_pair(std::string("3/4"), true));
+    EXPECT_EQ(Read(" -1 / 2 "), std::make_pair(std::string("-1/2"), true));
+    EXPECT_EQ(Read("+7"), std::make_pair(std::string("7/1"), true));
+    EXPECT_EQ(Read("1/-2"), std::make_pair(std::string("1/-2"), true));
+    EXPECT_EQ(Read("6000000000/4000000000"), std::make_pair(std::string("3/2"), true));
+    EXPECT_EQ(Read("-9223372036854775808"), std::make_pair(std::string("-2147483647/1"), false));
+}
+
+TEST(HostFraction, MalformedOrOutOfRangeTextGivesZeroOverOne) {
+    for (const char* text : {"", " ", "abc", "1/", "/2", "1/2x", "1 2", "--1", "1/2/3", "1.5",
+                             "9223372036854775808", "20000000000000000000/10000000000000000000",
+                             "1/99999999999999999999"})
+        EXPECT_EQ(Read(text), std::make_pair(std::string("0/1"), false)) << text;
+    EXPECT_EQ(Read(nullptr), std::make_pair(std::string("0/1"), false));
+}
+
+TEST(HostReflect, RecordsRegistrations) {
+    const std::size_t before = tavrin::host::ReflectCalls().size();
+    EXPECT_EQ(ReflectAdd(Entry, 3, "HostServicesTestEntry"), before + 1);
+    const auto calls = tavrin::host::ReflectCalls();
+    ASSERT_EQ(calls.size(), before + 1);
+    EXPECT_EQ(calls.back().name, "HostServicesTestEntry");
+    EXPECT_EQ(calls.back().flags, 3);
+    EXPECT_EQ(tavrin::host::FindReflected("HostServicesTestEntry"), &Entry);
+    EXPECT_EQ(tavrin::host::FindReflected("NoSuchEntry"), nullptr);
+}

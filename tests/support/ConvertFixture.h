@@ -1,0 +1,70 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cinttypes>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+#include "base/AttrSet.h"
+#include "json/PluginJson.h"
+#include "support/LogCapture.h"
+#include "support/Registry.h"
+#include "support/SourceLine.h"
+
+namespace tavrin::test {
+
+inline constexpr const char* kConvertSource = "plugin/json/JsonConvert.cpp";
+
+// A fresh registry holding the plug-in's two conversion functions, and the
+// log captured from there on.
+class ConvertFixture : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ClearRegistry();
+        RegisterJsonConvert(nullptr);
+        _convert = FindFunc<ConvertFunc>("convert_json_to_attrset_string");
+        _command = FindFunc<CommandFunc>("cmd_json_to_attrset_string");
+        ASSERT_NE(_convert, nullptr);
+        ASSERT_NE(_command, nullptr);
+        _log.Reset();
+    }
+    void TearDown() override { ClearRegistry(); }
+
+    bool Convert(const char* json, std::string& out) { return (*_convert)(json, &out); }
+    bool Command(tavrin::base::AttrSet& args) { return (*_command)(args); }
+
+    // A line logged by JsonConvert.cpp from the statement found by `needle`.
+    static std::string Red(const char* function, const char* needle, const std::string& message,
+                           int occurrence = 1) {
+        return RedLine(kConvertSource, SourceLine(kConvertSource, needle, occurrence), function,
+                       message);
+    }
+    static std::string Cyan(const char* function, const char* needle, const std::string& message,
+                            int occurrence = 1) {
+        return CyanLine(kConvertSource, SourceLine(kConvertSource, needle, occurrence), function,
+                        message);
+    }
+
+    LogCapture _log;
+    ConvertFunc* _convert = nullptr;
+    CommandFunc* _command = nullptr;
+};
+
+// The substitute host's text of a set holding one entry.
+inline std::string SetText(const char* key, const std::string& value) {
+    tavrin::base::AttrSet set;
+    set.Add(key, value.c_str());
+    return set.ToString(false);
+}
+
+// An address in hexadecimal after `prefix`, as "p1" carries it.
+inline std::string HexAddress(const void* address, const char* prefix = "") {
+    char text[40];
+    std::snprintf(text, sizeof text, "%s%" PRIxPTR, prefix,
+                  reinterpret_cast<std::uintptr_t>(address));
+    return text;
+}
+
+}  // namespace tavrin::test
