@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "libraries/JsonCpp.h"
+#include "libraries/Legacy.h"
 #include "libraries/Nlohmann.h"
 #include "libraries/RapidJson.h"
 #include "libraries/Simdjson.h"
@@ -74,7 +75,7 @@ int main(int argc, char** argv) {
     using namespace tavrin::bench;
     SilenceLog();
     static const std::vector<Document> docs = AllDocuments();
-    RegisterAll<TavrinLibrary, RapidJsonLibrary, NlohmannLibrary, JsonCppLibrary,
+    RegisterAll<TavrinLibrary, LegacyLibrary, RapidJsonLibrary, NlohmannLibrary, JsonCppLibrary,
                 SimdjsonLibrary>(docs);
 
     benchmark::Initialize(&argc, argv);

@@ -1,6 +1,7 @@
 #include "timing/Comparisons.h"
 
 #include "libraries/JsonCpp.h"
+#include "libraries/Legacy.h"
 #include "libraries/Nlohmann.h"
 #include "libraries/RapidJson.h"
 #include "libraries/Simdjson.h"
@@ -20,7 +21,7 @@ void RegisterAll(const std::vector<Document>& docs) {
 }  // namespace
 
 void RegisterComparisons(const std::vector<Document>& docs) {
-    RegisterAll<TavrinLibrary, RapidJsonLibrary, NlohmannLibrary, JsonCppLibrary,
+    RegisterAll<TavrinLibrary, LegacyLibrary, RapidJsonLibrary, NlohmannLibrary, JsonCppLibrary,
                 SimdjsonLibrary>(docs);
 }
 

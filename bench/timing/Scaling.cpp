@@ -3,6 +3,7 @@
 #include <string>
 
 #include "json/Parser.h"
+#include "libraries/Legacy.h"
 #include "libraries/Tavrin.h"
 #include "support/Shapes.h"
 #include "timing/Convert.h"
@@ -18,10 +19,12 @@ struct Shape {
     std::size_t baseSize;
 };
 
-// Deep nesting reaches 8n = 480 levels, inside the parser's bound.
-constexpr std::size_t kBaseDepth = 60;
-static_assert(8 * kBaseDepth < static_cast<std::size_t>(tavrin::plugin::json::Parser::kDefaultMaxDepth),
-              "the deep documents stay within the parser's depth bound");
+// Deep nesting reaches 8n objects (and one array inside the last) within
+// the parser's bound.
+constexpr std::size_t kMaxDepth =
+    static_cast<std::size_t>(tavrin::plugin::json::Parser::kDefaultMaxDepth);
+constexpr std::size_t kBaseDepth = (kMaxDepth - 1) / 8;
+static_assert(8 * kBaseDepth + 1 <= kMaxDepth, "the deep documents stay within the depth bound");
 
 const Shape kShapes[] = {
     {"int_array", IntArray, 4096},     {"double_array", DoubleArray, 4096},
@@ -54,6 +57,8 @@ void RegisterAllScaling() {
     RegisterScaling("parse", ParseLoop<TavrinLibrary>);
     RegisterScaling("serialize", SerializeLoop<TavrinLibrary>);
     RegisterScaling("convert", ConvertLoop);
+    RegisterScaling("legacy_parse", ParseLoop<LegacyLibrary>);
+    RegisterScaling("legacy_serialize", SerializeLoop<LegacyLibrary>);
 }
 
 }  // namespace tavrin::bench
