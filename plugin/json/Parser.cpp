@@ -1,6 +1,7 @@
 #include "json/Parser.h"
 
 #include <climits>
+#include <iterator>
 #include <cstring>
 #include <memory>
 #include <utility>
@@ -37,6 +38,25 @@ Node* Holding(Container&& items) {
     node->Init<Container>(nullptr);
     static_cast<Container*>(node->_buf)->swap(items);
     return node.release();
+}
+
+// The gathering container of the current nesting level, emptied (its
+// storage stays for the next container of that level).
+template <class Container>
+Container& Scratch(std::deque<Container>& levels, int depth) {
+    const auto level = static_cast<std::size_t>(depth - 1);
+    if (levels.size() <= level) levels.resize(level + 1);
+    Container& items = levels[level];
+    items.clear();
+    return items;
+}
+
+// A new Node holding a container of exactly the gathered items, moved.
+template <class Container>
+Node* Gathered(Container& items) {
+    Container exact(std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()));
+    items.clear();
+    return Holding(std::move(exact));
 }
 
 // Counts one level of nesting for as long as it lives.
@@ -389,13 +409,13 @@ Node* Parser::ParseArray() {
         return Failure();
     }
     const DepthLevel level(_depth);
-    Array items;
+    Array& items = Scratch(_arrayScratch, _depth);
     if (GetNextChar() != '[') {
         TAVRIN_LOG_ERROR(" can't find \"[\", Array format error:", _text);
         return Failure();
     }
     SkipSpaces();
-    if (GetNextChar() == ']') return Holding(std::move(items));
+    if (GetNextChar() == ']') return Gathered(items);
     Retract();
     for (;;) {
         const NodePtr element(ParseValue());
@@ -403,7 +423,7 @@ Node* Parser::ParseArray() {
         items.emplace_back(std::move(*element));
         SkipSpaces();
         const int next = GetNextChar();
-        if (next == ']') return Holding(std::move(items));
+        if (next == ']') return Gathered(items);
         if (next != ',') {
             TAVRIN_LOG_ERROR("can't find \"]\", Array format error:", _text);
             return Failure();
@@ -419,14 +439,14 @@ Node* Parser::ParseObject() {
         return Failure();
     }
     const DepthLevel level(_depth);
-    Object members;
+    Object& members = Scratch(_objectScratch, _depth);
     MemberIndex index(members);
     if (GetNextChar() != '{') {
         TAVRIN_LOG_ERROR("can't find \"{\", Object format error:", _text);
         return Failure();
     }
     SkipSpaces();
-    if (GetNextChar() == '}') return Holding(std::move(members));
+    if (GetNextChar() == '}') return Gathered(members);
     Retract();
     for (;;) {
         const NodePtr key(ParseString());
@@ -444,7 +464,7 @@ Node* Parser::ParseObject() {
         index.Store(std::move(keyText), std::move(*value));
         SkipSpaces();
         const int next = GetNextChar();
-        if (next == '}') return Holding(std::move(members));
+        if (next == '}') return Gathered(members);
         if (next != ',') {
             TAVRIN_LOG_ERROR("can't find \"}\", Object format error:", _text);
             return Failure();
