@@ -5,12 +5,14 @@
 
 #include "support/Documents.h"
 #include "support/QuietLog.h"
+#include "support/WarmHeap.h"
 #include "timing/Comparisons.h"
 #include "timing/Convert.h"
 #include "timing/Scaling.h"
 
 int main(int argc, char** argv) {
     tavrin::bench::SilenceLog();
+    tavrin::bench::KeepFreedMemory();
     static const std::vector<tavrin::bench::Document> docs = tavrin::bench::AllDocuments();
     tavrin::bench::RegisterComparisons(docs);
     tavrin::bench::RegisterConvert(docs);
