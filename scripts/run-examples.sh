@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Runs the plug-in inside tavrin-host on the sample documents: every example
-# is parsed and printed re-serialized, and the camera settings are converted
-# to the framework's attribute-set text. Log lines appear on standard error.
+# is parsed and printed re-serialized, the camera settings are converted to
+# the framework's attribute-set text and read back through the legacy json::
+# reader. Log lines appear on standard error.
 set -euo pipefail
 build="${1:-build/dev}"
 host="$build/host/program/tavrin-host"
@@ -11,3 +12,5 @@ for doc in examples/*.json; do
 done
 echo "== convert examples/camera.json"
 "$host" convert examples/camera.json
+echo "== legacy examples/camera.json"
+"$host" legacy examples/camera.json

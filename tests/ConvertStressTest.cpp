@@ -2,10 +2,7 @@
 // parser admits converted on a small thread stack.
 #include <gtest/gtest.h>
 
-#include <pthread.h>
-
 #include <atomic>
-#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -13,27 +10,13 @@
 #include "json/Parser.h"
 #include "support/ConvertFixture.h"
 #include "support/LockedLog.h"
+#include "support/SmallStack.h"
 
 namespace {
 
 using tavrin::plugin::json::Parser;
 
 class ConvertStressTest : public tavrin::test::ConvertFixture {};
-
-// Runs `work` on a thread whose stack is `stackBytes` large.
-void RunOnStack(std::size_t stackBytes, const std::function<void()>& work) {
-    pthread_attr_t attr;
-    ASSERT_EQ(pthread_attr_init(&attr), 0);
-    ASSERT_EQ(pthread_attr_setstacksize(&attr, stackBytes), 0);
-    pthread_t thread;
-    auto body = [](void* arg) -> void* {
-        (*static_cast<const std::function<void()>*>(arg))();
-        return nullptr;
-    };
-    ASSERT_EQ(pthread_create(&thread, &attr, body, const_cast<std::function<void()>*>(&work)), 0);
-    pthread_join(thread, nullptr);
-    pthread_attr_destroy(&attr);
-}
 
 // `depth` containers nested inside each other, innermost holding 1: arrays
 // only, objects only, or the two alternating.
@@ -53,7 +36,8 @@ TEST_F(ConvertStressTest, DeepestAdmittedDocumentsConvertOnA256KiBStack) {
         const std::string document = Nested(Parser::kDefaultMaxDepth, shape);
         bool converted = false;
         std::string out;
-        RunOnStack(256 * 1024, [&] { converted = Convert(document.c_str(), out); });
+        ASSERT_TRUE(tavrin::test::RunOnStack(
+            256 * 1024, [&] { converted = Convert(document.c_str(), out); }));
         EXPECT_TRUE(converted) << shape;
         EXPECT_FALSE(out.empty()) << shape;
         _log.Reset();
@@ -69,7 +53,8 @@ TEST_F(ConvertStressTest, DocumentsDeeperThanTheParserAdmitsNeverReachTheWalkers
     const std::string document = Nested(Parser::kDefaultMaxDepth + 1, "mixed");
     std::string out = "kept";
     bool converted = true;
-    RunOnStack(256 * 1024, [&] { converted = Convert(document.c_str(), out); });
+    ASSERT_TRUE(tavrin::test::RunOnStack(
+        256 * 1024, [&] { converted = Convert(document.c_str(), out); }));
     EXPECT_FALSE(converted);
     EXPECT_EQ(out, "kept");
     EXPECT_EQ(_log.Text().find("/convert:"), std::string::npos);

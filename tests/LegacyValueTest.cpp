@@ -182,6 +182,20 @@ TEST(LegacyValue, EveryTypedAccessorThrowsItsMessageOnAnotherType) {
     EXPECT_EQ(RuntimeErrorOf([&] { (void)json::Value(json::Object()).ArrayRef(); }), array);
 }
 
+TEST(LegacyValue, NullTextPointersAreRejectedBeforeAnythingChanges) {
+    const char* none = nullptr;
+    EXPECT_THROW(json::Value{none}, std::invalid_argument);
+    json::Value v(3);
+    EXPECT_THROW(v = none, std::invalid_argument);
+    EXPECT_EQ(v.ToInt(), 3);
+    json::Value object{json::Object()};
+    EXPECT_THROW((void)object[none], std::invalid_argument);
+    EXPECT_THROW((void)static_cast<const json::Value&>(object)[none], std::invalid_argument);
+    EXPECT_EQ(object.size(), 0u);
+    EXPECT_THROW((void)object.HasKeys(static_cast<const char**>(nullptr), 1), std::invalid_argument);
+    EXPECT_EQ(object.HasKeys(static_cast<const char**>(nullptr), 0), -1);
+}
+
 TEST(LegacyValue, IntegerAccessorsAcceptEveryNumericType) {
     LegacyProbe p(4);
     p = 1.5;
@@ -366,7 +380,8 @@ TEST(LegacyObject, AssignmentReplacesAllEntriesAndClearEmpties) {
     source["y"] = 3;
     target = source;
     EXPECT_EQ(SerializeValue(json::Value(target)), "{\"x\":2,\"y\":3}");
-    target = target;
+    const json::Object& sameObject = target;
+    target = sameObject;
     EXPECT_EQ(target.size(), 2u);
     target.Clear();
     EXPECT_EQ(target.size(), 0u);
@@ -420,6 +435,7 @@ TEST(LegacyArray, AssignmentReplacesAllElements) {
     json::Array target = ArrayOf({1, 2, 3});
     target = ArrayOf({json::Value("a")});
     EXPECT_EQ(SerializeArray(target), "[\"a\"]");
-    target = target;
-    EXPECT_EQ(target.size(), 1u);
+    const json::Array& sameArray = target;
+    target = sameArray;
+    EXPECT_EQ(SerializeArray(target), "[\"a\"]");
 }

@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <charconv>
-#include <cstdint>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <random>
-#include <regex>
 #include <string>
+#include <typeinfo>
 
 #include "json/JsonNode.h"
 #include "support/LogCapture.h"
@@ -47,8 +47,29 @@ std::uint64_t Bits(double value) {
 // without leading zeros, an optional fraction with digits, an optional
 // exponent; with a "." or an exponent, or it would be read as an int64.
 bool ReadsAsDouble(const std::string& text) {
-    static const std::regex kDouble(R"(-?(0|[1-9][0-9]*)(\.[0-9]+)?([eE][+-]?[0-9]+)?)");
-    return std::regex_match(text, kDouble) && text.find_first_of(".eE") != std::string::npos;
+    std::size_t i = 0;
+    const auto digits = [&] {
+        const std::size_t start = i;
+        while (i < text.size() && text[i] >= '0' && text[i] <= '9') ++i;
+        return i - start;
+    };
+    if (i < text.size() && text[i] == '-') ++i;
+    const std::size_t integerStart = i;
+    const std::size_t integerDigits = digits();
+    if (integerDigits == 0 || (integerDigits > 1 && text[integerStart] == '0')) return false;
+    bool marked = false;
+    if (i < text.size() && text[i] == '.') {
+        ++i;
+        if (digits() == 0) return false;
+        marked = true;
+    }
+    if (i < text.size() && (text[i] == 'e' || text[i] == 'E')) {
+        ++i;
+        if (i < text.size() && (text[i] == '+' || text[i] == '-')) ++i;
+        if (digits() == 0) return false;
+        marked = true;
+    }
+    return marked && i == text.size();
 }
 
 // Checks that the text written for `value` reads back to the same bits.
@@ -152,6 +173,17 @@ TEST(NodeSerialize, TakenFromNodeIsEmpty) {
     EXPECT_EQ(log.Text(), EmptyLine());
 }
 
+TEST(NodeSerialize, ForeignKindGivesNothingSilently) {
+    LogCapture log;
+    int value = 1;
+    Node foreign;
+    foreign._type = &typeid(int);
+    foreign._buf = &value;
+    EXPECT_EQ(foreign.Serialize(), "");
+    EXPECT_EQ(log.Text(), "");
+    foreign._buf = nullptr;
+}
+
 TEST(NodeSerialize, TopLevelScalar) { EXPECT_EQ(Node(true).Serialize(), "true"); }
 
 TEST(NodeSerialize, DoublesInShortestForm) {
@@ -176,6 +208,8 @@ TEST(NodeSerialize, NonFiniteDoubles) {
     EXPECT_EQ(Real(std::numeric_limits<double>::quiet_NaN()).Serialize(), "0.0");
     EXPECT_TRUE(ReadsAsDouble("1e999"));
     EXPECT_TRUE(ReadsAsDouble("-1e999"));
+    for (const char* text : {"1", "01.5", "1.", ".5", "1e", "1e+", "-", "1.5x", "inf", "nan"})
+        EXPECT_FALSE(ReadsAsDouble(text)) << text;
 }
 
 TEST(NodeSerialize, ChosenDoublesReadBackExactly) {

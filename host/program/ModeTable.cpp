@@ -8,6 +8,9 @@ const Mode kModes[] = {
      "attribute-set text",
      RunConvert},
     {"parse", "parse the JSON text with Node::Deserialize and print it re-serialized", RunParse},
+    {"legacy",
+     "read the JSON text with the legacy json::Deserialize and print json::Serialize of it",
+     RunLegacy},
 };
 
 const std::size_t kModeCount = sizeof kModes / sizeof kModes[0];

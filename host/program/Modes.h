@@ -25,5 +25,6 @@ extern const std::size_t kModeCount;
 // The modes, one per file.
 int RunConvert(const std::string& input);
 int RunParse(const std::string& input);
+int RunLegacy(const std::string& input);
 
 }  // namespace tavrin::host::program

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "base/Log.h"
-#include "json/NodeAccess.h"
-#include "json/NodeWriter.h"
+#include "json/internal/NodeAccess.h"
+#include "json/internal/NodeWriter.h"
 
 namespace tavrin::plugin::json {
 

@@ -60,8 +60,10 @@ public:
         Init<T>(const_cast<T*>(&value));
     }
 
-    // Frees this node's value, then copies `other` (self-assignment does
-    // nothing). When copying throws, this node is left empty.
+    // Replaces this node's value by a deep copy of `other`'s (self-assignment
+    // does nothing). The copy is made first, so `other` may lie inside this
+    // node's tree. When copying throws, this node is left empty, of `other`'s
+    // kind.
     Node& operator=(const Node& other);
     Node& operator=(Node&& other) noexcept;
     ~Node();
@@ -107,9 +109,16 @@ public:
     // operator[](int) on an index out of range logs "over range" and returns
     // this node itself, as it does on a node that is not an Array.
     Node& operator[](int index);
+    // The member for `key`, appended as an empty node when absent; a null key
+    // is taken as the empty key.
     Node& operator[](const char* key);
+    // Appends a copy of `node` to an Array.
     bool Insert(const Node& node);
+    // Adds a copy of `node` to an Object under `key`. When a member matches
+    // `key` already, its value becomes an Array of two elements: the previous
+    // value, then the copy.
     bool Insert(const std::string& key, const Node& node);
+    // Sets the member for `key` (appended when absent) to a copy of `node`.
     bool AddOrChange(const std::string& key, const Node& node);
     bool Remove(int index);
     bool Remove(const std::string& key);

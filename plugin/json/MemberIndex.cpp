@@ -1,4 +1,4 @@
-#include "json/MemberIndex.h"
+#include "json/internal/MemberIndex.h"
 
 #include <utility>
 

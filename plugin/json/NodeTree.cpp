@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "json/JsonNode.h"
-#include "json/NodeAccess.h"
+#include "json/internal/NodeAccess.h"
 
 namespace tavrin::plugin::json {
 

@@ -1,7 +1,7 @@
-#include "json/NodeWriter.h"
+#include "json/internal/NodeWriter.h"
 
-#include "json/NodeAccess.h"
-#include "json/NumberText.h"
+#include "json/internal/NodeAccess.h"
+#include "json/internal/NumberText.h"
 
 namespace tavrin::plugin::json {
 

@@ -1,4 +1,4 @@
-#include "json/NumberRead.h"
+#include "json/internal/NumberRead.h"
 
 #include <charconv>
 #include <climits>

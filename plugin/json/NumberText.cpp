@@ -1,4 +1,4 @@
-#include "json/NumberText.h"
+#include "json/internal/NumberText.h"
 
 #include <algorithm>
 #include <cmath>

@@ -9,9 +9,9 @@
 
 #include "base/Fraction.h"
 #include "base/Log.h"
-#include "json/CharClass.h"
-#include "json/MemberIndex.h"
-#include "json/NumberRead.h"
+#include "json/internal/CharClass.h"
+#include "json/internal/MemberIndex.h"
+#include "json/internal/NumberRead.h"
 
 namespace tavrin::plugin::json {
 

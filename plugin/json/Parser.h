@@ -46,6 +46,9 @@ public:
     // kind is recognised. Leaves the cursor where it was.
     const std::type_info* TypeDetect();
 
+    // ParseValue refuses a first value that is not an array or an object
+    // (the top-level rule), also when a container reader called directly on
+    // a fresh parser asks it for its first element.
     Node* ParseValue();
     Node* ParseString();
     Node* ParseInt64();

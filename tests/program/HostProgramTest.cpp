@@ -92,7 +92,7 @@ TEST(HostProgramTest, ConvertFailureExitsOneWithNothingOnStandardOutput) {
 }
 
 TEST(HostProgramTest, ParsePrintsTheDocumentReserialized) {
-    const std::string input = WriteTemp(" { \"a\" : [ 1 , true ] } ");
+    const std::string input = WriteTemp(" {\"a\": [ 1 , true ] } ");
     const Outcome run = Host("parse '" + input + "'");
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, "{\"a\":[1,true]}\n");
@@ -124,7 +124,32 @@ TEST(HostProgramTest, HelpDescribesTheModes) {
     EXPECT_EQ(run.status, 0);
     EXPECT_NE(run.out.find("\n  convert "), std::string::npos);
     EXPECT_NE(run.out.find("\n  parse "), std::string::npos);
+    EXPECT_NE(run.out.find("\n  legacy "), std::string::npos);
     EXPECT_EQ(run.err, "");
+}
+
+TEST(HostProgramTest, LegacyPrintsTheLegacyReadingOfTheDocument) {
+    const std::string input = WriteTemp(" {\"a\": [1, null, TRUE], \"A\": 1/2, \"s\": \" x \"} ");
+    const Outcome run = Host("legacy '" + input + "'");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "{\"a\":1/2,\"s\":\"x\"}\n");
+    EXPECT_EQ(run.err, "");
+    const Outcome piped = Host("legacy -", WriteTemp("[1 2, \"\\u0041\"]"));
+    EXPECT_EQ(piped.status, 0);
+    EXPECT_EQ(piped.out, "[12,\"A\"]\n");
+}
+
+TEST(HostProgramTest, LegacyFailureExitsOneWithNothingOnStandardOutput) {
+    for (const char* text : {"{\"a\": 1.5}", "42", "", "{\"a\": \"it's\"}"}) {
+        const Outcome run = Host("legacy -", WriteTemp(text));
+        EXPECT_EQ(run.status, 1) << text;
+        EXPECT_EQ(run.out, "") << text;
+        EXPECT_EQ(run.err, "") << text;
+    }
+    const Outcome missing = Host("legacy /nonexistent/doc.json");
+    EXPECT_EQ(missing.status, 2);
+    EXPECT_EQ(missing.out, "");
+    EXPECT_EQ(Lines(missing.err), 1);
 }
 
 }  // namespace

@@ -18,6 +18,9 @@
 // proportion to the part of the text it consumes (plus one scan of a nested
 // container's span per level).
 
+// Keeps large locals out of the frames that recur once per nesting level.
+#define NOINLINE __attribute__((noinline))
+
 namespace json {
 
 namespace {
@@ -36,9 +39,10 @@ struct ReadState {
     void Pop() { stack.pop_back(); }
 };
 
-Value DeserializeContainer(std::string_view text, ReadState& state);
-Value DeserializeArray(std::string_view text, ReadState& state);
-Value DeserializeValue(std::string_view& text, bool& error, ReadState& state);
+// The readers fill `out`, a fresh Value(), and leave it so on failure.
+void DeserializeContainer(std::string_view text, ReadState& state, Value& out);
+void DeserializeArray(std::string_view text, ReadState& state, Value& out);
+void DeserializeValue(std::string_view& text, bool& error, ReadState& state, Value& out);
 
 std::string_view TrimSpaces(std::string_view text) {
     std::size_t begin = 0;
@@ -107,113 +111,120 @@ bool CountsMatch(std::string_view text) {
            quotes % 2 == 0;
 }
 
+bool IsArraySplit(char c) { return c == '{' || c == '[' || c == ',' || c == ']'; }
+
 bool Encloses(std::string_view text, char open, char close) {
     return text.size() >= 2 && text.front() == open && text.back() == close;
 }
 
+// The slot of a repeated key goes back to Value() before the new value is
+// read into it, so it holds nothing of the old one.
+NOINLINE void Refresh(Value& slot) { ValueAccess::Replace(slot, Value()); }
+
 // The members of an object between its braces. Whatever stands between a
 // value and the next key's opening quote is passed over.
-Value DeserializeMembers(std::string_view body, ReadState& state) {
+void DeserializeMembers(std::string_view body, ReadState& state, Value& out) {
     Object::Table entries;
     EntryIndex index;
     while (!body.empty()) {
         const std::size_t open = FindClosingQuote(body, 0);
-        if (open == kNotFound) return Value();
+        if (open == kNotFound) return;
         const std::size_t close = FindClosingQuote(body, open + 1);
-        if (close == kNotFound) return Value();
+        if (close == kNotFound) return;
         const std::size_t colon = body.find(':', close);
-        if (colon == kNotFound || close == open + 1) return Value();
-        const std::size_t slot = index.SlotFor(entries, std::string(body.substr(open + 1, close - open - 1)));
+        if (colon == kNotFound || close == open + 1) return;
+        const std::size_t count = entries.size();
+        const std::size_t slot = index.SlotFor(entries, body.substr(open + 1, close - open - 1));
+        if (slot < count) Refresh(entries[slot].value);
         body.remove_prefix(colon + 1);
         bool error = false;
-        ValueAccess::Replace(entries[slot].value, DeserializeValue(body, error, state));
-        if (error) return Value();
+        DeserializeValue(body, error, state, entries[slot].value);
+        if (error) return;
     }
-    return ValueAccess::FromEntries(std::move(entries));
+    ValueAccess::SetEntries(out, std::move(entries));
 }
 
 // A document, or a nested object: the quote and bracket counts must match.
-Value DeserializeContainer(std::string_view text, ReadState& state) {
+void DeserializeContainer(std::string_view text, ReadState& state, Value& out) {
     const std::string_view s = TrimSpaces(text);
-    if (!CountsMatch(s)) return Value();
+    if (!CountsMatch(s)) return;
     if (Encloses(s, '{', '}')) {
         state.Push(ObjectDepth);
-        Value result = DeserializeMembers(s.substr(1, s.size() - 2), state);
-        if (result.GetType() != NullVal && state.TopIs(ObjectDepth)) state.Pop();
-        return result;
-    }
-    if (Encloses(s, '[', ']')) {
+        DeserializeMembers(s.substr(1, s.size() - 2), state, out);
+        if (out.GetType() != NullVal && state.TopIs(ObjectDepth)) state.Pop();
+    } else if (Encloses(s, '[', ']')) {
         state.Push(ArrayDepth);
-        Value result = DeserializeArray(s, state);
-        if (result.GetType() != NullVal && state.TopIs(ArrayDepth)) state.Pop();
-        return result;
+        DeserializeArray(s, state, out);
+        if (out.GetType() != NullVal && state.TopIs(ArrayDepth)) state.Pop();
     }
-    return Value();
 }
 
-// Reads `text` through DeserializeValue and keeps the value unless it is
-// NullVal. False on error.
+// Reads `text` through DeserializeValue into a new last element and keeps it
+// unless it is NullVal. False on error.
 bool AppendElement(std::string_view& text, Array::Elements& elements, ReadState& state) {
     bool error = false;
-    Value element = DeserializeValue(text, error, state);
-    if (error) return false;
-    if (element.GetType() != NullVal) elements.push_back(std::move(element));
-    return true;
+    elements.emplace_back();
+    DeserializeValue(text, error, state, elements.back());
+    if (error || elements.back().GetType() == NullVal) elements.pop_back();
+    return !error;
 }
 
 // Splits the text between the brackets at commas (quotes are not honoured
 // there); a nested container is read from where its piece began.
-Value DeserializeArray(std::string_view text, ReadState& state) {
+void DeserializeArray(std::string_view text, ReadState& state, Value& out) {
     std::string_view rest = TrimSpaces(text);
-    if (!Encloses(rest, '[', ']')) return Value();
+    if (!Encloses(rest, '[', ']')) return;
     rest = rest.substr(1, rest.size() - 2);
     Array::Elements elements;
     while (!rest.empty()) {
         std::size_t i = 0;
-        while (i + 1 < rest.size() && rest[i] != '{' && rest[i] != '[' && rest[i] != ',' && rest[i] != ']') ++i;
-        const char c = rest[i];
-        if (c == '{' || c == '[') {
-            if (!AppendElement(rest, elements, state)) return Value();
+        while (i + 1 < rest.size() && !IsArraySplit(rest[i])) ++i;
+        if (rest[i] == '{' || rest[i] == '[') {
+            if (!AppendElement(rest, elements, state)) return;
             continue;
         }
-        const bool separator = c == ',' || c == ']';
+        const bool separator = rest[i] == ',' || rest[i] == ']';
         std::string_view piece = rest.substr(0, separator ? i : i + 1);
         rest.remove_prefix(i + 1);
-        if (!AppendElement(piece, elements, state)) return Value();
+        if (!AppendElement(piece, elements, state)) return;
     }
-    return ValueAccess::FromElements(std::move(elements));
+    ValueAccess::SetElements(out, std::move(elements));
 }
 
 // A nested container at the front of `text`; `text` becomes what follows it.
-Value DeserializeNested(std::string_view& text, bool& error, ReadState& state) {
+void DeserializeNested(std::string_view& text, bool& error, ReadState& state, Value& out) {
     const bool isArray = text[0] == '[';
     state.Push(isArray ? ArrayDepth : ObjectDepth);
     const std::size_t close = FindMatchingBracket(text, state);
     if (close == kNotFound) {
         error = true;
-        return Value();
+        return;
     }
     const std::string_view span = text.substr(0, close + 1);
     text.remove_prefix(close + 1);
-    if (state.nesting >= kMaxNesting) return Value();
+    if (state.nesting >= kMaxNesting) return;
     ++state.nesting;
-    Value value = isArray ? DeserializeArray(span, state) : DeserializeContainer(span, state);
+    if (isArray)
+        DeserializeArray(span, state, out);
+    else
+        DeserializeContainer(span, state, out);
     --state.nesting;
-    return value;
 }
 
 // A string at the front of `text`, unescaped and trimmed.
-Value DeserializeText(std::string_view& text, bool& error) {
+NOINLINE void DeserializeText(std::string_view& text, bool& error, Value& out) {
     const std::size_t close = FindClosingQuote(text, 1);
     if (close == kNotFound) {
         error = true;
-        return Value();
+        return;
     }
     std::string unescaped = Unescape(text.substr(1, close - 1));
     TrimSpaces(unescaped);
     text.remove_prefix(close + 1);
-    return ValueAccess::FromText(std::move(unescaped));
+    ValueAccess::SetText(out, std::move(unescaped));
 }
+
+std::string_view CText(const std::string& text) { return std::string_view(text.c_str()); }
 
 // What a scalar's token gathered so far: the flags of its walk.
 struct ScalarWalk {
@@ -233,7 +244,7 @@ bool ScalarWalk::Take(char c, ReadState& state) {
     } else if (c == '.') {
         if (!digit) return false;
     } else if (c == 'e' || c == 'E') {
-        if (!EqualsFolded(token, "fals") && !EqualsFolded(token, "tru")) {
+        if (!EqualsFolded(CText(token), "fals") && !EqualsFolded(CText(token), "tru")) {
             if (!digit || exponent) return false;
             exponent = true;
         }
@@ -250,52 +261,62 @@ bool ScalarWalk::Take(char c, ReadState& state) {
     return true;
 }
 
-Value ScalarOf(const ScalarWalk& walk, bool& error) {
-    if (EqualsFolded(walk.token, "true")) return Value(true);
-    if (EqualsFolded(walk.token, "false")) return Value(false);
-    if (walk.slash) {
+// The value of a finished token, read as a C text (up to a NUL byte, should
+// the document hold one); false when it is none.
+bool ScalarOf(const ScalarWalk& walk, Value& out) {
+    const std::string_view word = CText(walk.token);
+    if (EqualsFolded(word, "true")) {
+        out = true;
+    } else if (EqualsFolded(word, "false")) {
+        out = false;
+    } else if (walk.slash) {
         tavrin::base::Fraction fraction;
         fraction.From(walk.token.c_str());
-        return Value(fraction);
+        out = fraction;
+    } else if (!EqualsFolded(word, "null")) {
+        int number = 0;
+        if (!ReadClampedInt(word, number)) return false;
+        ValueAccess::SetInt(out, number);
     }
-    if (EqualsFolded(walk.token, "null")) return Value();
-    int number = 0;
-    if (ReadClampedInt(walk.token, number)) return Value(number);
-    error = true;
-    return Value();
+    return true;
 }
 
 // A literal or a number, up to the next comma (which stays in `text`). White
 // space inside the token is skipped.
-Value DeserializeScalar(std::string_view& text, bool& error, ReadState& state) {
+NOINLINE void DeserializeScalar(std::string_view& text, bool& error, ReadState& state, Value& out) {
     ScalarWalk walk;
     std::size_t i = 0;
     for (; i < text.size() && text[i] != ','; ++i) {
         if (!walk.Take(text[i], state)) {
             error = true;
-            return Value();
+            return;
         }
     }
     text.remove_prefix(i);
-    return ScalarOf(walk, error);
+    error = !ScalarOf(walk, out);
 }
 
 // The value at the front of `text`; `text` becomes what follows it. An empty
 // text is NullVal without error.
-Value DeserializeValue(std::string_view& text, bool& error, ReadState& state) {
+void DeserializeValue(std::string_view& text, bool& error, ReadState& state, Value& out) {
     error = false;
     text = TrimSpaces(text);
-    if (text.empty()) return Value();
-    if (text[0] == '[' || text[0] == '{') return DeserializeNested(text, error, state);
-    if (text[0] == '"') return DeserializeText(text, error);
-    return DeserializeScalar(text, error, state);
+    if (text.empty()) return;
+    if (text[0] == '[' || text[0] == '{')
+        DeserializeNested(text, error, state, out);
+    else if (text[0] == '"')
+        DeserializeText(text, error, out);
+    else
+        DeserializeScalar(text, error, state, out);
 }
 
 }  // namespace
 
 Value Deserialize(const std::string& text) {
     ReadState state;
-    return DeserializeContainer(text, state);
+    Value document;
+    DeserializeContainer(text, state, document);
+    return document;
 }
 
 }  // namespace json

@@ -5,36 +5,60 @@
 
 namespace json {
 
-std::size_t EntryIndex::SlotFor(Object::Table& entries, const std::string& key) {
-    const std::uint32_t hash = tavrin::base::Hash(key, '\0');
+namespace {
+
+// tavrin::base::Hash(std::string(key), '\0') without making the string:
+// the key up to its first NUL byte.
+std::uint32_t KeyHash(std::string_view key) {
+    std::uint32_t h = tavrin::base::detail::kFnvOffset;
+    for (const char c : key) {
+        if (c == '\0') break;
+        h = tavrin::base::detail::HashStep(h, static_cast<unsigned char>(c));
+    }
+    return h;
+}
+
+}  // namespace
+
+std::size_t EntryIndex::SlotFor(Object::Table& entries, std::string_view key) {
+    const std::uint32_t hash = KeyHash(key);
     const std::size_t found = Find(entries, hash);
     if (found != entries.size()) return found;
-    entries.emplace_back(hash, key, Value());
+    entries.emplace_back(hash, std::string(key), Value());
     Remember(entries);
     return entries.size() - 1;
 }
 
-// The table holds one entry per hash, so the map and a scan agree.
+// The table holds one entry per hash, so the index and a scan agree.
 std::size_t EntryIndex::Find(const Object::Table& entries, std::uint32_t hash) const {
-    if (mPositions.empty()) {
+    if (mSlots.empty()) {
         for (std::size_t i = 0; i < entries.size(); ++i)
             if (entries[i].hash == hash) return i;
         return entries.size();
     }
-    const auto it = mPositions.find(hash);
-    return it == mPositions.end() ? entries.size() : it->second;
+    const std::size_t mask = mSlots.size() - 1;
+    for (std::size_t s = hash & mask; mSlots[s] != 0; s = (s + 1) & mask)
+        if (entries[mSlots[s] - 1].hash == hash) return mSlots[s] - 1;
+    return entries.size();
 }
 
-// Records the newest entry once the map is in use; starts the map with every
-// entry when the table reaches kMapFrom entries.
+// Indexes the newest entry, rebuilding the index at twice the size whenever
+// it would become more than half full.
 void EntryIndex::Remember(const Object::Table& entries) {
-    if (entries.size() < kMapFrom) return;
-    if (!mPositions.empty()) {
-        mPositions.emplace(entries.back().hash, entries.size() - 1);
+    if (entries.size() < kIndexFrom) return;
+    if (entries.size() * 2 <= mSlots.size()) {
+        Place(entries, entries.size() - 1);
         return;
     }
-    mPositions.reserve(entries.size() * 2);
-    for (std::size_t i = 0; i < entries.size(); ++i) mPositions.emplace(entries[i].hash, i);
+    mSlots = std::vector<std::size_t>(mSlots.empty() ? kIndexFrom * 4 : mSlots.size() * 2);
+    for (std::size_t i = 0; i < entries.size(); ++i) Place(entries, i);
+}
+
+void EntryIndex::Place(const Object::Table& entries, std::size_t position) {
+    const std::size_t mask = mSlots.size() - 1;
+    std::size_t s = entries[position].hash & mask;
+    while (mSlots[s] != 0) s = (s + 1) & mask;
+    mSlots[s] = position + 1;
 }
 
 }  // namespace json

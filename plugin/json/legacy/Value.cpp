@@ -3,6 +3,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "json/legacy/ValueAccess.h"
+
 namespace json {
 
 namespace {
@@ -18,6 +20,13 @@ const char* RequirementMessage(ValueType type) {
     }
 }
 
+// 0/1, made once through the fraction's own default constructor: every new
+// value starts from a copy of it.
+const tavrin::base::Fraction& DefaultFraction() {
+    static const tavrin::base::Fraction zero;
+    return zero;
+}
+
 const char* NonNullText(const char* text) {
     if (text == nullptr) throw std::invalid_argument("json::Value: null text");
     return text;
@@ -25,32 +34,13 @@ const char* NonNullText(const char* text) {
 
 }  // namespace
 
-// The source may live inside this value's own object or array: its type is
-// read first, and the container assignments take their copy (or storage)
-// before they release anything.
-template <class Source>
-void Value::TakeFieldsOf(Source&& other) {
-    const ValueType type = other.mValueType;
-    switch (type) {
-        case IntVal:
-        case FloatVal:
-        case DoubleVal:
-            mIntVal = other.mIntVal;
-            mFloatVal = other.mFloatVal;
-            mDoubleVal = other.mDoubleVal;
-            break;
-        case StringVal: mStringVal = std::forward<Source>(other).mStringVal; break;
-        case ObjectVal: mObjectVal = std::forward<Source>(other).mObjectVal; break;
-        case ArrayVal: mArrayVal = std::forward<Source>(other).mArrayVal; break;
-        case BoolVal: mBoolVal = other.mBoolVal; break;
-        case FractionVal: mFractionVal = other.mFractionVal; break;
-        case NullVal: break;
-    }
-    mValueType = type;
-}
-
 Value::Value()
-    : mValueType(NullVal), mIntVal(0), mFloatVal(0.0f), mDoubleVal(0.0), mBoolVal(false) {}
+    : mValueType(NullVal),
+      mIntVal(0),
+      mFloatVal(0.0f),
+      mDoubleVal(0.0),
+      mBoolVal(false),
+      mFractionVal(DefaultFraction()) {}
 
 Value::Value(bool value) : Value() {
     mBoolVal = value;
@@ -86,9 +76,9 @@ Value::Value(const tavrin::base::Fraction& value) : Value() {
     mValueType = FractionVal;
 }
 
-Value::Value(const Value& other) : Value() { TakeFieldsOf(other); }
+Value::Value(const Value& other) : Value() { ValueAccess::TakeFields(*this, other); }
 
-Value::Value(Value&& other) noexcept : Value() { TakeFieldsOf(std::move(other)); }
+Value::Value(Value&& other) noexcept : Value() { ValueAccess::TakeFields(*this, std::move(other)); }
 
 Value::~Value() = default;
 
@@ -147,12 +137,12 @@ Value& Value::operator=(const Array& value) {
 }
 
 Value& Value::operator=(const Value& other) {
-    if (this != &other) TakeFieldsOf(other);
+    if (this != &other) ValueAccess::TakeFields(*this, other);
     return *this;
 }
 
 Value& Value::operator=(Value&& other) noexcept {
-    if (this != &other) TakeFieldsOf(std::move(other));
+    if (this != &other) ValueAccess::TakeFields(*this, std::move(other));
     return *this;
 }
 

@@ -129,9 +129,6 @@ private:
 
     void Require(ValueType type) const;
     void RequireNumeric() const;
-    // Takes the type and the fields that carry the source's value.
-    template <class Source>
-    void TakeFieldsOf(Source&& other);
 };
 
 }  // namespace json

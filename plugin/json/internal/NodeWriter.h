@@ -1,4 +1,5 @@
 #pragma once
+// Internal to the plug-in's sources: not part of the installed headers.
 
 #include <cstddef>
 #include <string>

@@ -1,0 +1,139 @@
+// The parser's number conversions, seen through Node::Deserialize: the
+// results of strtoll and of strtod in the C locale, whatever locale the
+// process has set.
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <random>
+#include <string>
+#include <typeinfo>
+
+#include "json/JsonNode.h"
+
+namespace {
+
+using tavrin::plugin::json::Node;
+
+// The single element of the array text "[text]", as T.
+template <class T>
+T ReadElement(const std::string& text) {
+    Node array;
+    EXPECT_TRUE(array.Deserialize("[" + text + "]")) << text;
+    if (array.Size() != 1 || !array[0].Is<T>()) {
+        ADD_FAILURE() << text << " is not read as a single " << typeid(T).name();
+        return T();
+    }
+    return array[0].As<T>();
+}
+
+long long ReadInt64(const std::string& text) { return ReadElement<long long>(text); }
+double ReadDouble(const std::string& text) { return ReadElement<double>(text); }
+
+bool SameBits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
+std::string Digits(std::mt19937& random, int count) {
+    std::string digits;
+    for (int i = 0; i < count; ++i) digits += static_cast<char>('0' + random() % 10);
+    return digits;
+}
+
+// A number text of the parser's double grammar with a random number of
+// digits in each part and exponents reaching past the range of double.
+std::string DoubleText(std::mt19937& random) {
+    std::string text = random() % 2 ? "-" : "";
+    text += random() % 4 ? std::to_string(1 + random() % 9) + Digits(random, random() % 20) : "0";
+    const bool point = random() % 3 != 0;
+    if (point) text += "." + Digits(random, 1 + random() % 25);
+    if (!point || random() % 2) {
+        text += random() % 2 ? "e" : "E";
+        text += random() % 3 == 0 ? "" : random() % 2 ? "+" : "-";
+        text += std::to_string(random() % 340);
+    }
+    return text;
+}
+
+TEST(NumberRead, IntegersAreWhatStrtollGives) {
+    std::mt19937 random(7);
+    for (const char* text : {"0", "-0", "9223372036854775807", "9223372036854775808",
+                             "-9223372036854775808", "-9223372036854775809",
+                             "99999999999999999999999999", "-99999999999999999999999999"})
+        EXPECT_EQ(ReadInt64(text), std::strtoll(text, nullptr, 10)) << text;
+    for (int round = 0; round < 20000; ++round) {
+        const std::string text =
+            (random() % 2 ? "-" : "") + std::to_string(1 + random() % 9) + Digits(random, random() % 22);
+        ASSERT_EQ(ReadInt64(text), std::strtoll(text.c_str(), nullptr, 10)) << text;
+    }
+}
+
+TEST(NumberRead, DoublesAreWhatStrtodGivesInTheCLocale) {
+    for (const char* text : {"1e400", "-1e400", "1e-400", "-1e-400", "4.9e-324", "2.4e-324",
+                             "2.4703282292062328e-324", "2.2250738585072011e-308",
+                             "1.7976931348623157e308", "1.7976931348623159e308", "0.0", "-0.0",
+                             "0.1000000000000000055511151231257827", "123456789012345678901234567890.0"})
+        EXPECT_TRUE(SameBits(ReadDouble(text), std::strtod(text, nullptr))) << text;
+    std::mt19937 random(11);
+    for (int round = 0; round < 20000; ++round) {
+        const std::string text = DoubleText(random);
+        ASSERT_TRUE(SameBits(ReadDouble(text), std::strtod(text.c_str(), nullptr))) << text;
+    }
+}
+
+// Sets the process locale to one whose decimal point is a comma for as long
+// as it lives: an installed one, or else one made with localedef in a
+// temporary folder (named through LOCPATH).
+class DecimalCommaLocale {
+public:
+    DecimalCommaLocale() : _previous(std::setlocale(LC_ALL, nullptr)) {
+        for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "fr_FR.utf8"})
+            if (Use(name)) return;
+        if (MakeOwn()) Use("tavrin_comma");
+    }
+    ~DecimalCommaLocale() { std::setlocale(LC_ALL, _previous.c_str()); }
+    DecimalCommaLocale(const DecimalCommaLocale&) = delete;
+    DecimalCommaLocale& operator=(const DecimalCommaLocale&) = delete;
+
+    bool Active() const { return _active; }
+
+private:
+    bool Use(const char* name) {
+        _active = std::setlocale(LC_ALL, name) != nullptr &&
+                  std::strcmp(std::localeconv()->decimal_point, ",") == 0;
+        return _active;
+    }
+
+    static bool MakeOwn() {
+        const std::string folder = testing::TempDir() + "tavrin-locales";
+        const std::string source = testing::TempDir() + "tavrin_comma.def";
+        std::ofstream(source) << "LC_NUMERIC\ndecimal_point \",\"\nthousands_sep \".\"\n"
+                                 "grouping 3\nEND LC_NUMERIC\n";
+        const std::string command = "mkdir -p '" + folder + "' && localedef -c -i '" + source +
+                                    "' -f ANSI_X3.4-1968 '" + folder +
+                                    "/tavrin_comma' >/dev/null 2>&1";
+        (void)std::system(command.c_str());
+        return setenv("LOCPATH", folder.c_str(), 1) == 0;
+    }
+
+    std::string _previous;
+    bool _active = false;
+};
+
+TEST(NumberRead, TheProcessLocaleChangesNothing) {
+    DecimalCommaLocale comma;
+    if (!comma.Active()) GTEST_SKIP() << "no locale with a decimal comma could be set";
+    char written[32];
+    std::snprintf(written, sizeof written, "%.1f", 2.5);
+    ASSERT_STREQ(written, "2,5");  // the locale is in force
+
+    EXPECT_EQ(ReadDouble("2.5"), 2.5);
+    EXPECT_EQ(ReadDouble("-1.25e3"), -1250.0);
+    EXPECT_EQ(ReadDouble("1e400"), HUGE_VAL);
+    Node node;
+    ASSERT_TRUE(node.Deserialize("[2.5,1e-3,7,1/2,\"a b\",{\"k\":0.25}]"));
+    EXPECT_EQ(node.Serialize(), "[2.5,0.001,7,1/2,\"a b\",{\"k\":0.25}]");
+}
+
+}  // namespace
