@@ -20,6 +20,8 @@ OURS = "tavrin"
 LEGACY = "tavrin-legacy"
 LIBRARIES = [OURS, LEGACY, "rapidjson", "nlohmann", "jsoncpp", "simdjson"]
 BEGIN, END = "<!-- results:begin -->", "<!-- results:end -->"
+COLOURS = {OURS: "tab:blue", LEGACY: "tab:cyan", "rapidjson": "tab:green",
+           "nlohmann": "tab:red", "jsoncpp": "tab:purple", "simdjson": "tab:gray"}
 
 
 def load_runs(path):
@@ -213,7 +215,8 @@ def chart(timing, path):
     import matplotlib.pyplot as plt
 
     docs = documents_in_order(timing)
-    fig, axes = plt.subplots(2, 1, figsize=(11, 8), constrained_layout=True)
+    fig, axes = plt.subplots(2, 1, figsize=(11, 8.5), constrained_layout=True)
+    handles = []
     for ax, workload in zip(axes, ("parse", "serialize")):
         table = split(timing, workload)
         libs = [lib for lib in LIBRARIES if any(lib in table[d] for d in docs)]
@@ -221,18 +224,22 @@ def chart(timing, path):
         for i, lib in enumerate(libs):
             values = [mb_per_s(table[d].get(lib)) or 0 for d in docs]
             xs = [j + (i - (len(libs) - 1) / 2) * width for j in range(len(docs))]
-            bars = ax.bar(xs, values, width, label=lib)
+            bars = ax.bar(xs, values, width, label=lib, color=COLOURS.get(lib))
+            if len(handles) < len(libs):
+                handles.append(bars)
             for x, value in zip(xs, values):
                 if value == 0:
                     ax.text(x, 1.2, "n/a", ha="center", va="bottom", fontsize=7, rotation=90)
         ax.set_yscale("log")
-        ax.set_ylim(bottom=1)
+        top = max([mb_per_s(run) or 1 for row in table.values() for run in row.values()] + [10])
+        ax.set_ylim(bottom=1, top=top * 1.5)
         ax.set_xticks(range(len(docs)))
         ax.set_xticklabels(docs)
         ax.set_ylabel("MB/s (log scale)")
         ax.set_title(f"{workload}: MB/s of input, higher is better")
         ax.grid(axis="y", which="both", alpha=0.3)
-        ax.legend(ncol=len(libs), fontsize=8, loc="upper right")
+    axes[0].legend(handles, [h.get_label() for h in handles], loc="lower center",
+                   bbox_to_anchor=(0.5, 1.08), ncol=len(handles), fontsize=9, frameon=False)
     fig.savefig(path, dpi=110)
 
 
