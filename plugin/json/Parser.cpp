@@ -307,8 +307,25 @@ Node* Parser::ParseString() {
             return Failure();
         } else {
             Concat();
+            TakePlainRun();
         }
     }
+}
+
+// The characters that ParseString would take one at a time with
+// GetNextChar and Concat, taken at once: the cursor and the token end as
+// they would after the last of them.
+void Parser::TakePlainRun() {
+    const char* start = _text + _pos + 1;
+    const char* end = start;
+    const std::ptrdiff_t room = kLastPosition - 1 - _pos;
+    while (end - start < room && *end != '"' && *end != '\\' &&
+           !IsControl(static_cast<unsigned char>(*end)))
+        ++end;
+    if (end == start) return;
+    _buffer.append(start, end);
+    _pos += static_cast<int>(end - start);
+    _token = end[-1];
 }
 
 // Only the lowercase words: TypeDetect sends nothing else here. A failed
