@@ -27,20 +27,23 @@ void AppendEscaped(std::string& out, char c) {
 // Writes one key or value text. At the text's outermost level (outside any
 // brace pair it keeps) "%", ",", "=" are escaped; braces are kept when they
 // pair up and escaped otherwise. Inside kept braces nothing is escaped.
+// Characters written as they are go out in runs, one append per run.
 void AppendText(std::string& out, const std::string& text) {
     const bool keepBraces = BracesPairUp(text);
     long depth = 0;
-    for (char c : text) {
+    std::size_t run = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
         const bool brace = c == '{' || c == '}';
         if (brace && keepBraces) {
             depth += c == '{' ? 1 : -1;
-            out += c;
         } else if (depth == 0 && (brace || c == '%' || c == ',' || c == '=')) {
+            out.append(text, run, i - run);
             AppendEscaped(out, c);
-        } else {
-            out += c;
+            run = i + 1;
         }
     }
+    out.append(text, run, std::string::npos);
 }
 
 int HexDigit(char c) {

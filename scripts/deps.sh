@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages_for() {
   case "$1" in
-    base) echo "cmake ninja-build g++ libgtest-dev libbenchmark-dev python3" ;;
+    base) echo "cmake ninja-build g++ libgtest-dev libbenchmark-dev python3 locales binutils" ;;
     arm) echo "g++-arm-linux-gnueabihf qemu-user binutils-arm-linux-gnueabihf" ;;
     fuzz) echo "clang libclang-rt-14-dev" ;;
     bench) echo "rapidjson-dev nlohmann-json3-dev libjsoncpp-dev libsimdjson-dev python3-matplotlib" ;;

@@ -47,6 +47,16 @@ TEST(HashTable, AppendsMissingKeysAtTheEnd) {
     EXPECT_EQ(table[2].value, 0);
 }
 
+TEST(HashTable, DifferentKeysOfOneHashShareAnEntry) {
+    ASSERT_EQ(Hash("costarring"), Hash("liquid"));
+    HashTable<std::string, int> table;
+    table["costarring"] = 7;
+    EXPECT_EQ(table["liquid"], 7);
+    ASSERT_EQ(table.size(), 1u);
+    EXPECT_EQ(table.front().key, "costarring");
+    EXPECT_EQ(table.find("liquid"), table.begin());
+}
+
 TEST(HashTable, OldestEntryOfAHashWins) {
     HashTable<std::string, int> table;
     table.emplace_back(Hash("k"), std::string("k"), 1);

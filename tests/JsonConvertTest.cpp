@@ -103,12 +103,36 @@ TEST_F(JsonConvertTest, LogOfTheListWalker) {
     EXPECT_EQ(out, root);
 }
 
+TEST_F(JsonConvertTest, LogFollowsTheNestingInnermostLevelFirst) {
+    const char* document = "{\"o\":{\"l\":[[2],\"s\"]},\"n\":1}";
+    std::string out;
+    ASSERT_TRUE(Convert(document, out));
+    const std::string list = "{2}+{s}";
+    const std::string inner = SetText("l", "{" + list + "}");
+    AttrSet root;
+    root.Add("o", inner.c_str());
+    root.Add("n", "1");
+    const std::string arrayMet = Red("convert", "TAVRIN_LOG_ERROR();", "", 1);
+    EXPECT_EQ(_log.Text(),
+              Cyan("convertJsonToAttrSetString", "\"src=\"", std::string("src=") + document) +
+                  Cyan("convertJsonToAttrSetString", "TAVRIN_LOG_INFO();", "", 1) + arrayMet +
+                  arrayMet + Cyan("convert", "TAVRIN_LOG_INFO(list)", "2") +
+                  Cyan("convert", "TAVRIN_LOG_INFO(list)", list) +
+                  Cyan("convert", "TAVRIN_LOG_INFO(ap.Get(key))", "{" + list + "}") +
+                  Cyan("convert", "TAVRIN_LOG_INFO(text)", inner) +
+                  Cyan("convert", "TAVRIN_LOG_INFO(ap.Get(key))", inner) +
+                  Cyan("convert", "TAVRIN_LOG_INFO(text)", root.ToString(false)) +
+                  Cyan("convert", "TAVRIN_LOG_INFO(ap.Get(key))", root.ToString(false)) +
+                  Cyan("convertJsonToAttrSetString", "TAVRIN_LOG_INFO();", "", 2));
+    EXPECT_EQ(out, root.ToString(false));
+}
+
 TEST_F(JsonConvertTest, ValuesNotConvertedUnderAKeyLogOneRedLineEach) {
     const char* document = "{\"d\":2.5,\"f\":30000/1001,\"n\":1}";
     std::string out;
     ASSERT_TRUE(Convert(document, out));
     const std::string root = SetText("n", "1");
-    const std::string skipped = Red("convert", "TAVRIN_LOG_ERROR();", "", 3);
+    const std::string skipped = Red("convert", "TAVRIN_LOG_ERROR();", "", 2);
     EXPECT_EQ(_log.Text(),
               Cyan("convertJsonToAttrSetString", "\"src=\"", std::string("src=") + document) +
                   Cyan("convertJsonToAttrSetString", "TAVRIN_LOG_INFO();", "", 1) + skipped +

@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <limits>
 #include <string>
 
 #include "json/legacy/Serialize.h"
 #include "json/legacy/Value.h"
+#include "json/legacy/Deserialize.h"
+#include "support/DecimalCommaLocale.h"
 #include "support/LegacyProbe.h"
 
 using tavrin::test::MakeFraction;
@@ -106,4 +109,17 @@ TEST(LegacySerialize, NothingIsEscaped) {
     json::Value v{json::Object()};
     v["k\"\\"] = "line\nbreak\t\x01";
     EXPECT_EQ(json::Serialize(v), "{\"k\"\\\":\"line\nbreak\t\x01\"}");
+}
+
+TEST(LegacySerialize, TheProcessLocaleChangesNothing) {
+    tavrin::test::DecimalCommaLocale comma;
+    if (!comma.Active()) GTEST_SKIP() << "no locale with a decimal comma could be set";
+    char written[32];
+    std::snprintf(written, sizeof written, "%.1f", 2.5);
+    ASSERT_STREQ(written, "2,5");  // the locale is in force
+
+    EXPECT_EQ(SerializeValue(Float(2.5f)), "2.5");
+    EXPECT_EQ(SerializeValue(Double(-0.125)), "-0.125");
+    const std::string text = "{\"a\":[1,-2,1/2],\"b\":\" x \",\"c\":TRUE}";
+    EXPECT_EQ(json::Serialize(json::Deserialize(text)), "{\"a\":[1,-2,1/2],\"b\":\"x\",\"c\":true}");
 }

@@ -13,10 +13,12 @@
 #include <typeinfo>
 
 #include "json/JsonNode.h"
+#include "support/DecimalCommaLocale.h"
 
 namespace {
 
 using tavrin::plugin::json::Node;
+using tavrin::test::DecimalCommaLocale;
 
 // The single element of the array text "[text]", as T.
 template <class T>
@@ -81,45 +83,6 @@ TEST(NumberRead, DoublesAreWhatStrtodGivesInTheCLocale) {
         ASSERT_TRUE(SameBits(ReadDouble(text), std::strtod(text.c_str(), nullptr))) << text;
     }
 }
-
-// Sets the process locale to one whose decimal point is a comma for as long
-// as it lives: an installed one, or else one made with localedef in a
-// temporary folder (named through LOCPATH).
-class DecimalCommaLocale {
-public:
-    DecimalCommaLocale() : _previous(std::setlocale(LC_ALL, nullptr)) {
-        for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "fr_FR.utf8"})
-            if (Use(name)) return;
-        if (MakeOwn()) Use("tavrin_comma");
-    }
-    ~DecimalCommaLocale() { std::setlocale(LC_ALL, _previous.c_str()); }
-    DecimalCommaLocale(const DecimalCommaLocale&) = delete;
-    DecimalCommaLocale& operator=(const DecimalCommaLocale&) = delete;
-
-    bool Active() const { return _active; }
-
-private:
-    bool Use(const char* name) {
-        _active = std::setlocale(LC_ALL, name) != nullptr &&
-                  std::strcmp(std::localeconv()->decimal_point, ",") == 0;
-        return _active;
-    }
-
-    static bool MakeOwn() {
-        const std::string folder = testing::TempDir() + "tavrin-locales";
-        const std::string source = testing::TempDir() + "tavrin_comma.def";
-        std::ofstream(source) << "LC_NUMERIC\ndecimal_point \",\"\nthousands_sep \".\"\n"
-                                 "grouping 3\nEND LC_NUMERIC\n";
-        const std::string command = "mkdir -p '" + folder + "' && localedef -c -i '" + source +
-                                    "' -f ANSI_X3.4-1968 '" + folder +
-                                    "/tavrin_comma' >/dev/null 2>&1";
-        (void)std::system(command.c_str());
-        return setenv("LOCPATH", folder.c_str(), 1) == 0;
-    }
-
-    std::string _previous;
-    bool _active = false;
-};
 
 TEST(NumberRead, TheProcessLocaleChangesNothing) {
     DecimalCommaLocale comma;

@@ -77,8 +77,8 @@ struct ExpectedLine {
 
 // One expected log line "Function[#N]|piece|piece...", with ${text} for the
 // whole source text and ${bound} for the default nesting bound.
-ExpectedLine ResolveLogLine(const std::string& spec, const std::string& source) {
-    std::vector<std::string> pieces = Split(spec, '|');
+ExpectedLine ResolveLogLine(const std::string& lineForm, const std::string& source) {
+    std::vector<std::string> pieces = Split(lineForm, '|');
     std::string function = pieces.front();
     int occurrence = 1;
     if (const auto hash = function.find('#'); hash != std::string::npos) {

@@ -11,9 +11,10 @@ inline constexpr const char* kLogReset = "\033[0m";
 
 // Writes one log line to *cout as separate insertions: colour, source path
 // (advanced by __root_path_offset), "/", line, "/", function word, ":\t",
-// the message pieces, '\n', colour reset.
+// the message pieces, '\n', colour reset. Kept out of line, so that the
+// functions that log stay small enough for their callers to inline.
 template <class... Message>
-void LogLine(const char* colour, const char* file, int line, const char* function,
+[[gnu::noinline]] void LogLine(const char* colour, const char* file, int line, const char* function,
              const Message&... message) {
     ostream& os = *cout;
     os << colour << (file + __root_path_offset) << "/" << line << "/" << function << ":\t";

@@ -1,9 +1,11 @@
-// JSON to attribute-set text: two mutually recursive walkers over a parsed
-// Node tree and the two functions the plug-in registers with the host.
+// JSON to attribute-set text: a walk over a parsed Node tree and the two
+// functions the plug-in registers with the host.
 #include "json/JsonConvert.h"
 
 #include <cstdint>
 #include <cstdlib>
+#include <deque>
+#include <optional>
 #include <string>
 
 #include "base/Log.h"
@@ -47,97 +49,114 @@ std::string Braced(const std::string& text) {
     return braced;
 }
 
-// Tags of the two helpers below, which log under the walkers' name.
-struct ListText {};
-struct SetText {};
+// Where a converted node's text goes: under `key` in `set`, or, when `set`
+// is null, appended to `list` as one element followed by '+'.
+struct Place {
+    AttrSet* set;
+    const char* key;
+    std::string* list;
+};
 
-bool convert(Node& src, std::string& out);
-bool convert(const char* key, Node& src, AttrSet& ap);
-
-// Both walks below visit the elements and members in place instead of going
-// through Node::Foreach and a std::function: the same visits and results,
-// with a quarter of the stack per nesting level, so that the deepest document
-// the parser admits converts on a small thread stack.
-
-// Walks an array's elements with the list walker; false at the first that
-// fails.
-bool WalkElements(Node& array, std::string& list) {
-    for (Node& element : array.As<Node::Array>())
-        if (!convert(element, list)) return false;
-    return true;
-}
-
-// Walks an object's members with the keyed walker; false at the first that
-// fails.
-bool WalkMembers(Node& object, AttrSet& members) {
-    for (auto& member : object.As<Node::Object>())
-        if (!convert(member.key.c_str(), member.value, members)) return false;
-    return true;
-}
-
-// The list text of an array: its elements' texts joined by '+'.
-bool convert(Node& src, std::string& list, ListText) {
-    TAVRIN_LOG_ERROR();
-    if (!WalkElements(src, list)) {
-        TAVRIN_LOG_ERROR("!src.Foreach(func)");
-        return false;
+// An array or object whose children are being converted: the text or set
+// they fill, how many have been visited, and where its own text goes.
+struct Level {
+    Level(Node& node, Kind kind, Place place) : node(node), kind(kind), place(place) {
+        if (kind == Kind::Object) members.emplace();
     }
-    if (!list.empty()) list.pop_back();
-    TAVRIN_LOG_INFO(list);
-    return true;
-}
+    Node& node;
+    Kind kind;
+    Place place;
+    std::size_t next = 0;
+    std::string list;
+    std::optional<AttrSet> members;
+};
 
-// The text of the set holding an object's members, each under its own key.
-bool convert(Node& src, std::string& text, SetText) {
-    AttrSet members;
-    if (!WalkMembers(src, members)) {
-        TAVRIN_LOG_ERROR("!src.Foreach(func)");
-        return false;
+// The levels still open, innermost last. A deque keeps every level where it
+// is while deeper ones come and go, so the places pointing into them stay
+// valid.
+using OpenLevels = std::deque<Level>;
+
+// Stores or appends `text` at `place`.
+void Put(const Place& place, const std::string& text) {
+    if (place.set != nullptr) {
+        place.set->Add(place.key, text.c_str());
+        return;
     }
-    text = members.ToString(false);
-    TAVRIN_LOG_INFO(text);
-    return true;
+    *place.list += text;
+    *place.list += '+';
 }
 
-// List walker: appends the element text of `src` and one '+' to `out`; on
-// failure `out` is unchanged.
-bool convert(Node& src, std::string& out) {
-    const Kind kind = KindOf(src);
-    std::string text;
-    if (kind == Kind::String) {
-        text = Braced(src.As<std::string>());
-    } else if (kind == Kind::Int64 || kind == Kind::Bool) {
-        text = ScalarText(src, kind);
-    } else if (kind == Kind::Array || kind == Kind::Object) {
-        const bool done = kind == Kind::Array ? convert(src, text, ListText{})
-                                              : convert(src, text, SetText{});
-        if (!done) return false;
-        text = Braced(text);
-    } else {
-        TAVRIN_LOG_ERROR();
-    }
-    out += text;
-    out += '+';
-    return true;
-}
-
-// Keyed walker: stores the value text of `src` in `ap` under `key`; on
-// failure nothing is stored.
-bool convert(const char* key, Node& src, AttrSet& ap) {
+// Meets one node: a scalar goes to `place` at once, an array or object
+// opens a level whose children are visited next; any other value has no
+// text, is marked by a red line and leaves an empty element in a list.
+void convert(Node& src, const Place& place, OpenLevels& open) {
     const Kind kind = KindOf(src);
     if (kind == Kind::String || kind == Kind::Int64 || kind == Kind::Bool) {
-        ap.Add(key, ScalarText(src, kind).c_str());
+        const std::string text = ScalarText(src, kind);
+        Put(place, kind == Kind::String && place.set == nullptr ? Braced(text) : text);
     } else if (kind == Kind::Array || kind == Kind::Object) {
-        std::string text;
-        const bool done = kind == Kind::Array ? convert(src, text, ListText{})
-                                              : convert(src, text, SetText{});
-        if (!done) return false;
-        if (kind == Kind::Array && !text.empty() && text.front() == '{') text = Braced(text);
-        ap.Add(key, text.c_str());
-        TAVRIN_LOG_INFO(ap.Get(key));
+        if (kind == Kind::Array) TAVRIN_LOG_ERROR();
+        open.emplace_back(src, kind, place);
     } else {
         TAVRIN_LOG_ERROR();
+        if (place.set == nullptr) Put(place, std::string());
     }
+}
+
+// Puts the text of an array whose elements have all been visited: the
+// elements joined by '+', braced inside a list or when it begins with '{'.
+void convert(std::string& list, const Place& place) {
+    if (!list.empty()) list.pop_back();
+    TAVRIN_LOG_INFO(list);
+    const bool braced = place.set == nullptr || (!list.empty() && list.front() == '{');
+    Put(place, braced ? Braced(list) : list);
+}
+
+// Puts the text of an object whose members have all been visited: the text
+// of its member set, braced inside a list.
+void convert(const AttrSet& members, const Place& place) {
+    const std::string text = members.ToString(false);
+    TAVRIN_LOG_INFO(text);
+    Put(place, place.set != nullptr ? text : Braced(text));
+}
+
+// Logs the value just stored under `key`, as the set now holds it.
+void convert(const AttrSet& ap, const char* key) {
+    TAVRIN_LOG_INFO(ap.Get(key));
+}
+
+// Visits the next child of `level`, or puts its text and closes it when all
+// have been visited.
+void convert(OpenLevels& open) {
+    Level& level = open.back();
+    if (level.kind == Kind::Array) {
+        auto& elements = level.node.As<Node::Array>();
+        if (level.next < elements.size()) {
+            convert(elements[level.next++], Place{nullptr, nullptr, &level.list}, open);
+            return;
+        }
+        convert(level.list, level.place);
+    } else {
+        auto& members = level.node.As<Node::Object>();
+        if (level.next < members.size()) {
+            auto& member = members[level.next++];
+            convert(member.value, Place{&*level.members, member.key.c_str(), nullptr}, open);
+            return;
+        }
+        convert(*level.members, level.place);
+    }
+    if (level.place.set != nullptr) convert(*level.place.set, level.place.key);
+    open.pop_back();
+}
+
+// Stores the text of `src` in `ap` under `key`. The nesting of the document
+// is followed with a list of open levels on the heap rather than by
+// recursion, so any depth converts on a small thread stack. Every node has a
+// text or is skipped, so the walk always succeeds.
+bool convert(const char* key, Node& src, AttrSet& ap) {
+    OpenLevels open;
+    convert(src, Place{&ap, key, nullptr}, open);
+    while (!open.empty()) convert(open);
     return true;
 }
 

@@ -1,7 +1,7 @@
 #include "json/internal/NumberText.h"
 
+#include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace tavrin::plugin::json {
 
@@ -16,10 +16,10 @@ void AppendDouble(std::string& out, double value) {
     }
     char text[32];
     const auto result = std::to_chars(text, text + sizeof text, value);
-    out.append(text, result.ptr);
-    if (std::memchr(text, '.', static_cast<std::size_t>(result.ptr - text)) == nullptr &&
-        std::memchr(text, 'e', static_cast<std::size_t>(result.ptr - text)) == nullptr)
-        out += ".0";
+    const bool marked =
+        std::find_if(text, result.ptr, [](char c) { return c == '.' || c == 'e'; }) != result.ptr;
+    out.append(text, static_cast<std::size_t>(result.ptr - text));
+    if (!marked) out += ".0";
 }
 
 }  // namespace tavrin::plugin::json

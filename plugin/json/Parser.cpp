@@ -1,6 +1,7 @@
 #include "json/Parser.h"
 
 #include <climits>
+#include <iterator>
 #include <cstring>
 #include <memory>
 #include <utility>
@@ -39,6 +40,25 @@ Node* Holding(Container&& items) {
     return node.release();
 }
 
+// The gathering container of the current nesting level, emptied (its
+// storage stays for the next container of that level).
+template <class Container>
+Container& Scratch(std::deque<Container>& levels, int depth) {
+    const auto level = static_cast<std::size_t>(depth - 1);
+    if (levels.size() <= level) levels.resize(level + 1);
+    Container& items = levels[level];
+    items.clear();
+    return items;
+}
+
+// A new Node holding a container of exactly the gathered items, moved.
+template <class Container>
+Node* Gathered(Container& items) {
+    Container exact(std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()));
+    items.clear();
+    return Holding(std::move(exact));
+}
+
 // Counts one level of nesting for as long as it lives.
 class DepthLevel {
 public:
@@ -53,6 +73,25 @@ private:
 
 bool IsContainerKind(const std::type_info* kind) {
     return kind != nullptr && (*kind == typeid(Object) || *kind == typeid(Array));
+}
+
+// Characters a string takes as they are: no quote, no backslash, no control
+// character (which includes the terminator).
+bool IsPlainStringChar(int c) { return c != '"' && c != '\\' && !IsControl(c); }
+
+// Appends the run of characters after the cursor that `accept` takes to the
+// token buffer in one piece, and leaves the cursor on the last of them, as
+// reading and concatenating them one at a time would. The terminator is
+// never accepted.
+template <class Accept>
+void AppendRun(Parser& parser, Accept accept) {
+    const int start = parser._pos + 1;
+    int end = start;
+    while (end < kLastPosition && accept(static_cast<unsigned char>(parser._text[end]))) ++end;
+    if (end == start) return;
+    parser._buffer.append(parser._text + start, static_cast<std::size_t>(end - start));
+    parser._pos = end - 1;
+    parser._token = parser._text[parser._pos];
 }
 
 bool IsSimpleEscape(int c) {
@@ -103,14 +142,25 @@ void Parser::Retract() {
 void Parser::Concat() { _buffer += _token; }
 
 // Unlike Retract, the step back keeps _token: it still holds the first
-// character that is not whitespace (0 at the end of the text).
-void Parser::SkipSpaces() {
+// character that is not whitespace (0 at the end of the text). A run of
+// whitespace is passed over in one scan, which ends as reading it character
+// by character would; the reads at the end of the text stay with GetNextChar.
+[[gnu::flatten]] void Parser::SkipSpaces() {
+    if (_pos < 0 || (_text[_pos] != '\0' && _pos != kLastPosition)) {
+        int pos = _pos + 1;
+        while (pos < kLastPosition && IsSpace(static_cast<unsigned char>(_text[pos]))) ++pos;
+        _pos = pos - 1;
+        if (pos < kLastPosition && _text[pos] != '\0') {
+            _token = _text[pos];
+            return;
+        }
+    }
     while (IsSpace(GetNextChar())) {
     }
     --_pos;
 }
 
-bool Parser::ParseSpecific(const char* word) {
+[[gnu::flatten]] bool Parser::ParseSpecific(const char* word) {
     for (std::size_t i = 0, length = std::strlen(word); i < length; ++i) {
         if (GetNextChar() != static_cast<unsigned char>(word[i])) {
             TAVRIN_LOG_ERROR("_token error!");
@@ -124,7 +174,7 @@ bool Parser::EOL() const { return _token == '\0'; }
 
 // ---- type detection --------------------------------------------------------
 
-const std::type_info* Parser::TypeDetect() {
+[[gnu::flatten]] const std::type_info* Parser::TypeDetect() {
     const int c = GetNextChar();
     const std::type_info* kind = nullptr;
     if (c == '{')
@@ -171,7 +221,7 @@ const std::type_info* Parser::NumberKind() {
 
 // ---- scalars ---------------------------------------------------------------
 
-Parser::IntegerPart Parser::ReadIntegerPart() {
+[[gnu::flatten]] Parser::IntegerPart Parser::ReadIntegerPart() {
     _buffer.clear();
     int c = GetNextChar();
     if (c == '-') {
@@ -181,7 +231,8 @@ Parser::IntegerPart Parser::ReadIntegerPart() {
     if (!IsDigit(c)) return IntegerPart::kNoDigit;
     Concat();
     if (c != '0') {
-        while (IsDigit(GetNextChar())) Concat();
+        AppendRun(*this, IsDigit);
+        GetNextChar();
         Retract();
     }
     return IsDigit(GetNextChar()) ? IntegerPart::kDigitAfterZero : IntegerPart::kRead;
@@ -201,7 +252,7 @@ Node* Parser::ParseInt64() {
     return new Node(ReadInt64(_buffer));
 }
 
-Node* Parser::ParseDouble() {
+[[gnu::flatten]] Node* Parser::ParseDouble() {
     const IntegerPart part = ReadIntegerPart();
     if (part == IntegerPart::kNoDigit) {
         TAVRIN_LOG_ERROR("dobule digit format error!");
@@ -219,7 +270,9 @@ Node* Parser::ParseDouble() {
             TAVRIN_LOG_ERROR(" dobule digit format error!");
             return Failure();
         }
-        for (; IsDigit(c); c = GetNextChar()) Concat();
+        Concat();
+        AppendRun(*this, IsDigit);
+        c = GetNextChar();
     }
     if (c == 'e' || c == 'E') {
         Concat();
@@ -237,7 +290,9 @@ Node* Parser::ParseDouble() {
             TAVRIN_LOG_ERROR(" dobule digit format error!");
             return Failure();
         }
-        for (; IsDigit(c); c = GetNextChar()) Concat();
+        Concat();
+        AppendRun(*this, IsDigit);
+        c = GetNextChar();
     }
     Retract();
     return new Node(ReadDouble(_buffer));
@@ -274,7 +329,7 @@ Node* Parser::ParseFraction() {
 }
 
 // Escape sequences are checked and kept as written, undecoded.
-Node* Parser::ParseString() {
+[[gnu::flatten]] Node* Parser::ParseString() {
     SkipSpaces();
     if (GetNextChar() != '"') {
         TAVRIN_LOG_ERROR(" string format error!");
@@ -282,6 +337,7 @@ Node* Parser::ParseString() {
     }
     _buffer.clear();
     for (;;) {
+        AppendRun(*this, IsPlainStringChar);
         int c = GetNextChar();
         if (c == '"') return new Node(_buffer);
         if (c == '\\') {
@@ -348,14 +404,16 @@ Node* Parser::ParseValue() {
         return Failure();
     }
     _first = false;
+    // TypeDetect hands out the records of this file itself, so their
+    // addresses tell the kinds apart without comparing type names.
     if (kind != nullptr) {
-        if (*kind == typeid(bool)) return ParseBool();
-        if (*kind == typeid(long long)) return ParseInt64();
-        if (*kind == typeid(double)) return ParseDouble();
-        if (*kind == typeid(tavrin::base::Fraction)) return ParseFraction();
-        if (*kind == typeid(std::string)) return ParseString();
-        if (*kind == typeid(Object)) return ParseObject();
-        if (*kind == typeid(Array)) return ParseArray();
+        if (kind == &typeid(bool)) return ParseBool();
+        if (kind == &typeid(long long)) return ParseInt64();
+        if (kind == &typeid(double)) return ParseDouble();
+        if (kind == &typeid(tavrin::base::Fraction)) return ParseFraction();
+        if (kind == &typeid(std::string)) return ParseString();
+        if (kind == &typeid(Object)) return ParseObject();
+        if (kind == &typeid(Array)) return ParseArray();
     }
     TAVRIN_LOG_ERROR(" can't detect json type,please check string format!");
     return Failure();
@@ -368,13 +426,13 @@ Node* Parser::ParseArray() {
         return Failure();
     }
     const DepthLevel level(_depth);
-    Array items;
+    Array& items = Scratch(_arrayScratch, _depth);
     if (GetNextChar() != '[') {
         TAVRIN_LOG_ERROR(" can't find \"[\", Array format error:", _text);
         return Failure();
     }
     SkipSpaces();
-    if (GetNextChar() == ']') return Holding(std::move(items));
+    if (GetNextChar() == ']') return Gathered(items);
     Retract();
     for (;;) {
         const NodePtr element(ParseValue());
@@ -382,7 +440,7 @@ Node* Parser::ParseArray() {
         items.emplace_back(std::move(*element));
         SkipSpaces();
         const int next = GetNextChar();
-        if (next == ']') return Holding(std::move(items));
+        if (next == ']') return Gathered(items);
         if (next != ',') {
             TAVRIN_LOG_ERROR("can't find \"]\", Array format error:", _text);
             return Failure();
@@ -398,14 +456,14 @@ Node* Parser::ParseObject() {
         return Failure();
     }
     const DepthLevel level(_depth);
-    Object members;
+    Object& members = Scratch(_objectScratch, _depth);
     MemberIndex index(members);
     if (GetNextChar() != '{') {
         TAVRIN_LOG_ERROR("can't find \"{\", Object format error:", _text);
         return Failure();
     }
     SkipSpaces();
-    if (GetNextChar() == '}') return Holding(std::move(members));
+    if (GetNextChar() == '}') return Gathered(members);
     Retract();
     for (;;) {
         const NodePtr key(ParseString());
@@ -423,7 +481,7 @@ Node* Parser::ParseObject() {
         index.Store(std::move(keyText), std::move(*value));
         SkipSpaces();
         const int next = GetNextChar();
-        if (next == '}') return Holding(std::move(members));
+        if (next == '}') return Gathered(members);
         if (next != ',') {
             TAVRIN_LOG_ERROR("can't find \"}\", Object format error:", _text);
             return Failure();

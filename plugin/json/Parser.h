@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <string>
+#include <vector>
 #include <typeinfo>
 
 #include "base/Export.h"
@@ -93,6 +95,11 @@ private:
     std::ptrdiff_t _classifiedFrom;
     std::ptrdiff_t _classifiedUpTo;
     char _classifier;
+    // Elements and members of the containers being read, one container per
+    // nesting level, kept from container to container: they gather here and
+    // then move once into a container of exactly their number.
+    std::deque<std::vector<Node>> _arrayScratch;
+    std::deque<tavrin::base::HashTable<std::string, Node>> _objectScratch;
 };
 
 }  // namespace tavrin::plugin::json

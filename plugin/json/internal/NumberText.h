@@ -13,7 +13,7 @@ void AppendInteger(std::string& out, Integer value) {
     static_assert(std::is_integral_v<Integer>, "integers only");
     char digits[24];
     const auto result = std::to_chars(digits, digits + sizeof digits, value);
-    out.append(digits, result.ptr);
+    out.append(digits, static_cast<std::size_t>(result.ptr - digits));
 }
 
 // Appends a double as text that reads back as a double of the same bits:

@@ -1,9 +1,9 @@
-#include "json/legacy/ClampedInt.h"
+#include "json/legacy/internal/ClampedInt.h"
 
 #include <cstdint>
 #include <limits>
 
-#include "json/legacy/TextClass.h"
+#include "json/legacy/internal/TextClass.h"
 
 namespace json {
 

@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "json/Parser.h"
-#include "json/legacy/ClampedInt.h"
-#include "json/legacy/EntryIndex.h"
-#include "json/legacy/TextClass.h"
-#include "json/legacy/Unescape.h"
-#include "json/legacy/ValueAccess.h"
+#include "json/legacy/internal/ClampedInt.h"
+#include "json/legacy/internal/EntryIndex.h"
+#include "json/legacy/internal/TextClass.h"
+#include "json/legacy/internal/Unescape.h"
+#include "json/legacy/internal/ValueAccess.h"
 
 // A string-splitting reader: it trims, counts quotes and brackets, finds
 // closing quotes and brackets by scanning, and descends by recursion. It

@@ -1,4 +1,4 @@
-#include "json/legacy/EntryIndex.h"
+#include "json/legacy/internal/EntryIndex.h"
 
 #include "base/Hash.h"
 #include "json/legacy/Value.h"

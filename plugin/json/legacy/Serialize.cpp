@@ -4,7 +4,7 @@
 #include <cmath>
 #include <system_error>
 
-#include "json/legacy/ValueAccess.h"
+#include "json/legacy/internal/ValueAccess.h"
 
 namespace {
 
@@ -37,8 +37,9 @@ void AppendObject(std::string& out, const json::Object& object) {
     out += '}';
 }
 
+// Out of line, so that the frames of the recursion carry no buffer.
 template <class Number>
-void AppendNumber(std::string& out, Number number) {
+__attribute__((noinline)) void AppendNumber(std::string& out, Number number) {
     char text[32];
     const auto result = std::to_chars(text, text + sizeof text, number);
     out.append(text, result.ptr);

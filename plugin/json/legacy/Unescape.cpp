@@ -1,8 +1,8 @@
-#include "json/legacy/Unescape.h"
+#include "json/legacy/internal/Unescape.h"
 
 #include <algorithm>
 
-#include "json/legacy/TextClass.h"
+#include "json/legacy/internal/TextClass.h"
 
 namespace json {
 

@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "json/legacy/ValueAccess.h"
+#include "json/legacy/internal/ValueAccess.h"
 
 namespace json {
 
