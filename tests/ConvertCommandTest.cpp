@@ -78,6 +78,9 @@ TEST_F(ConvertCommandTest, TopLevelArrayOfIntegers) {
     args.Add("p1", tavrin::test::HexAddress(&out, "").c_str());
     EXPECT_TRUE(Command(args));
     EXPECT_EQ(out, "1+2");
+    EXPECT_EQ(_log.Text().find("/cmdConvertJsonToAttrSetString:"), std::string::npos);
+    const std::string first = Cyan("convertJsonToAttrSetString", "\"src=\"", "src=[1,2]");
+    EXPECT_EQ(_log.Text().rfind(first, 0), 0u);
 }
 
 }  // namespace

@@ -23,18 +23,28 @@ protected:
         const char* stored = result.Get("k");
         return stored != nullptr ? stored : "<absent>";
     }
+    // The whole result text for the document {"k": value}.
+    std::string TextUnderK(const std::string& value) {
+        std::string out;
+        const std::string document = "{\"k\":" + value + "}";
+        EXPECT_TRUE(Convert(document.c_str(), out)) << document;
+        return out;
+    }
 };
 
 TEST_F(JsonConvertTest, WorkedExamplesUnderAKey) {
-    EXPECT_EQ(StoredUnderK("[1,2,3]"), "1+2+3");
-    EXPECT_EQ(StoredUnderK("[\"a\",\"b\"]"), "{{a}+{b}}");
-    EXPECT_EQ(StoredUnderK("[[1,2],[3]]"), "{{1+2}+{3}}");
-    EXPECT_EQ(StoredUnderK("[1,[\"x\"]]"), "1+{{x}}");
-    EXPECT_EQ(StoredUnderK("{\"a\":1,\"b\":true}"), "{a=1,b=true}");
-    EXPECT_EQ(StoredUnderK("[{\"a\":1}]"), "{{" + SetText("a", "1") + "}}");
-    EXPECT_EQ(StoredUnderK("[1.5,2]"), "+2");
-    EXPECT_EQ(StoredUnderK("\"text\""), "text");
-    EXPECT_EQ(StoredUnderK("2.5"), "<absent>");
+    AttrSet members;
+    members.Add("a", "1");
+    members.Add("b", "true");
+    EXPECT_EQ(TextUnderK("[1,2,3]"), SetText("k", "1+2+3"));
+    EXPECT_EQ(TextUnderK("[\"a\",\"b\"]"), SetText("k", "{{a}+{b}}"));
+    EXPECT_EQ(TextUnderK("[[1,2],[3]]"), SetText("k", "{{1+2}+{3}}"));
+    EXPECT_EQ(TextUnderK("[1,[\"x\"]]"), SetText("k", "1+{{x}}"));
+    EXPECT_EQ(TextUnderK("{\"a\":1,\"b\":true}"), SetText("k", members.ToString(false)));
+    EXPECT_EQ(TextUnderK("[{\"a\":1}]"), SetText("k", "{{" + SetText("a", "1") + "}}"));
+    EXPECT_EQ(TextUnderK("[1.5,2]"), SetText("k", "+2"));
+    EXPECT_EQ(TextUnderK("\"text\""), SetText("k", "text"));
+    EXPECT_EQ(TextUnderK("2.5"), AttrSet().ToString(false));
 }
 
 TEST_F(JsonConvertTest, EdgeCasesUnderAKey) {
@@ -46,6 +56,8 @@ TEST_F(JsonConvertTest, EdgeCasesUnderAKey) {
     EXPECT_EQ(StoredUnderK("[true,\"x\"]"), "true+{x}");
     EXPECT_EQ(StoredUnderK("[\"x\",true]"), "{{x}+true}");
     EXPECT_EQ(StoredUnderK("[2.5,1,3/4]"), "+1+");
+    EXPECT_EQ(StoredUnderK("[\"s\",-3,false,[],{},1/2]"),
+              "{{s}+-3+false+{}+{" + AttrSet().ToString(false) + "}+}");
     EXPECT_EQ(StoredUnderK("-9223372036854775808"), "-9223372036854775808");
     EXPECT_EQ(StoredUnderK("false"), "false");
 }

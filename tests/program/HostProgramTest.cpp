@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <regex>
 #include <sstream>
 #include <string>
 
@@ -57,12 +58,38 @@ int Lines(const std::string& text) {
 
 const std::string kCamera = std::string(TAVRIN_SOURCE_DIR) + "/examples/camera.json";
 
+// `text` with the source line number of every log line replaced by "N".
+std::string WithoutLineNumbers(const std::string& text) {
+    static const std::regex kLine("(\\.cpp)/[0-9]+/");
+    return std::regex_replace(text, kLine, "$1/N/");
+}
+
+// One log line of JsonConvert.cpp as it reaches standard error, line number "N".
+std::string ConvertLine(bool red, const std::string& function, const std::string& message) {
+    return std::string(red ? "\033[31m" : "\033[36m") + "plugin/json/JsonConvert.cpp/N/" +
+           function + ":\t" + message + "\n\033[0m";
+}
+
 TEST(HostProgramTest, ConvertPrintsTheAttributeSetText) {
     const std::string input = WriteTemp("{\"a\":1,\"b\":[\"x\",2]}");
     const Outcome run = Host("convert '" + input + "'");
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, "{a=1,b={{x}+2}}\n");
     EXPECT_NE(run.err.find("convertJsonToAttrSetString:\tsrc={\"a\":1"), std::string::npos);
+}
+
+TEST(HostProgramTest, ConvertPassesTheLogLinesToStandardErrorUnchanged) {
+    const std::string input = WriteTemp("{\"k\":[1,2.5]}");
+    const Outcome run = Host("convert '" + input + "'");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "{k=1+}\n");
+    const std::string outer = "convertJsonToAttrSetString";
+    EXPECT_EQ(WithoutLineNumbers(run.err),
+              ConvertLine(false, outer, "src={\"k\":[1,2.5]}") + ConvertLine(false, outer, "") +
+                  ConvertLine(true, "convert", "") + ConvertLine(true, "convert", "") +
+                  ConvertLine(false, "convert", "1+") + ConvertLine(false, "convert", "1+") +
+                  ConvertLine(false, "convert", "{k=1+}") +
+                  ConvertLine(false, "convert", "{k=1+}") + ConvertLine(false, outer, ""));
 }
 
 TEST(HostProgramTest, ConvertReadsStandardInputWithDashOrNoFile) {
@@ -77,10 +104,21 @@ TEST(HostProgramTest, ConvertReadsStandardInputWithDashOrNoFile) {
 TEST(HostProgramTest, ConvertOfTheCameraSample) {
     const Outcome run = Host("convert '" + kCamera + "'");
     EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.out.rfind("{device=front-door,model=TC-2040,enabled=true,streams={{{name=main,", 0),
-              0u)
-        << run.out;
-    EXPECT_EQ(Lines(run.out), 1);
+    EXPECT_EQ(run.out,
+              "{device=front-door,model=TC-2040,enabled=true,streams={{{name=main,codec=h265,"
+              "resolution={width=2560,height=1440},bitrate_kbps=6144,gop=60,profiles={{main}+{"
+              "main10}}}}+{{name=sub,codec=h264,resolution={width=640,height=360},bitrate_kbps="
+              "512,gop=30,profiles={{baseline}}}}},image={mirror=false,flip=false,exposure={mode="
+              "auto,max_shutter_us=33333}},osd={show_time=true,position=16+16,labels={{Front "
+              "door}+{Cam 1}}},privacy_masks={{0+0+320+180}+{1920+0+640+360}}}\n");
+    // A red line with no message for each of the 8 arrays met and for the 3
+    // values skipped: the frame_rate fraction of each stream and the gamma double.
+    const std::string emptyRed = "\033[31mplugin/json/JsonConvert.cpp/N/convert:\t\n";
+    const std::string err = WithoutLineNumbers(run.err);
+    int emptyReds = 0;
+    for (auto at = err.find(emptyRed); at != std::string::npos; at = err.find(emptyRed, at + 1))
+        ++emptyReds;
+    EXPECT_EQ(emptyReds, 11);
 }
 
 TEST(HostProgramTest, ConvertFailureExitsOneWithNothingOnStandardOutput) {
@@ -99,6 +137,7 @@ TEST(HostProgramTest, ParsePrintsTheDocumentReserialized) {
     const Outcome failed = Host("parse -", WriteTemp("[1,"));
     EXPECT_EQ(failed.status, 1);
     EXPECT_EQ(failed.out, "");
+    EXPECT_EQ(failed.err.rfind("\033[31mplugin/json/Parser.cpp/", 0), 0u) << failed.err;
 }
 
 TEST(HostProgramTest, UnreadableFileExitsTwoWithOneLine) {
