@@ -26,10 +26,28 @@ struct Ratio {
     bool exact;
 };
 
+// Whether a/b < c/d (b and d not zero), compared through their continued
+// fractions so that nothing overflows.
+bool Less(unsigned long long a, unsigned long long b, unsigned long long c, unsigned long long d) {
+    for (bool flipped = false;; flipped = !flipped) {
+        const unsigned long long x = a / b;
+        const unsigned long long y = c / d;
+        if (x != y) return (x < y) != flipped;
+        a %= b;
+        c %= d;
+        if (a == 0 && c == 0) return false;  // equal
+        if (a == 0) return !flipped;         // the first is the whole part, the second above it
+        if (c == 0) return flipped;
+        std::swap(a, b);  // compare b/a with d/c: the order reverses
+        std::swap(c, d);
+    }
+}
+
 // The fraction nearest to p/q whose two parts do not exceed `limit`, from the
 // continued fraction of p/q: the last convergent within the limit, or the
-// semiconvergent after it when that one is nearer. p/q in lowest terms when
-// it fits; 1/0 for a zero q.
+// semiconvergent after it when that one is nearer (more than half the next
+// partial quotient always is; exactly half is when the rest of p/q is below
+// k0/k1). p/q in lowest terms when it fits; 1/0 for a zero q.
 Ratio Approximate(unsigned long long p, unsigned long long q, unsigned long long limit) {
     unsigned long long h0 = 0, h1 = 1;  // numerators of the two latest convergents
     unsigned long long k0 = 1, k1 = 0;  // and their denominators
@@ -39,7 +57,8 @@ Ratio Approximate(unsigned long long p, unsigned long long q, unsigned long long
         if (h1 != 0) t = std::min(t, (limit - h0) / h1);
         if (k1 != 0) t = std::min(t, (limit - k0) / k1);
         if (t < a) {
-            if (k1 == 0 || 2 * t > a) return {t * h1 + h0, t * k1 + k0, false};
+            if (k1 == 0 || 2 * t > a || (2 * t == a && Less(p % q, q, k0, k1)))
+                return {t * h1 + h0, t * k1 + k0, false};
             return {h1, k1, false};
         }
         h0 = std::exchange(h1, a * h1 + h0);

@@ -97,6 +97,16 @@ TEST(HostLog, EmptyMessageKeepsTabNewlineAndReset) {
                               "/LogNothing:\t\n\033[0m");
 }
 
+TEST(HostLog, PathShorterThanTheOffsetIsShownWhole) {
+    const int offset = __root_path_offset;
+    const std::string inTree = std::string(static_cast<std::size_t>(offset), 'x') + "base/Factory.h";
+    EXPECT_STREQ(tavrin::base::LogPath(inTree.c_str()), "base/Factory.h");
+    __root_path_offset = 1000;
+    const std::string shown = tavrin::base::LogPath("include/base/Factory.h");
+    __root_path_offset = offset;
+    EXPECT_EQ(shown, "include/base/Factory.h");
+}
+
 TEST(HostLog, LineIsAChainOfSeparateInsertions) {
     RecordingStream recorder;
     ostream* const previous = tavrin::base::cout;
@@ -147,6 +157,10 @@ TEST(HostFraction, WiderPartsApproximatedByNearestValue) {
               std::make_pair(std::string("-2147483647/1"), false));
     EXPECT_EQ(Made(1, 3000000000LL), std::make_pair(std::string("1/2147483647"), false));
     EXPECT_EQ(Made(1, 5000000000LL), std::make_pair(std::string("0/1"), false));
+    // 1/1073741824.5: the semiconvergent at exactly half the partial quotient
+    // is nearer here than the convergent 1/1073741824.
+    EXPECT_EQ(Made(2, 2147483649LL), std::make_pair(std::string("1/1073741825"), false));
+    EXPECT_EQ(Made(-2, 2147483649LL), std::make_pair(std::string("-1/1073741825"), false));
 }
 
 TEST(HostFraction, ReadsText) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstring>
+
 #include "base/Reflect.h"
 #include "base/ostream.h"
 
@@ -9,15 +11,23 @@ inline constexpr const char* kLogRed = "\033[31m";
 inline constexpr const char* kLogCyan = "\033[36m";
 inline constexpr const char* kLogReset = "\033[0m";
 
+// The source path as log lines show it: advanced by __root_path_offset.
+// A path shorter than the offset (a header compiled from another tree, such
+// as an installed copy) is shown whole instead of being overrun.
+inline const char* LogPath(const char* file) {
+    const std::size_t offset = __root_path_offset > 0 ? static_cast<std::size_t>(__root_path_offset) : 0;
+    return std::strlen(file) >= offset ? file + offset : file;
+}
+
 // Writes one log line to *cout as separate insertions: colour, source path
-// (advanced by __root_path_offset), "/", line, "/", function word, ":\t",
-// the message pieces, '\n', colour reset. Kept out of line, so that the
-// functions that log stay small enough for their callers to inline.
+// (LogPath), "/", line, "/", function word, ":\t", the message pieces, '\n',
+// colour reset. Kept out of line, so that the functions that log stay small
+// enough for their callers to inline.
 template <class... Message>
 [[gnu::noinline]] void LogLine(const char* colour, const char* file, int line, const char* function,
              const Message&... message) {
     ostream& os = *cout;
-    os << colour << (file + __root_path_offset) << "/" << line << "/" << function << ":\t";
+    os << colour << LogPath(file) << "/" << line << "/" << function << ":\t";
     (void)(os << ... << message);
     os << '\n' << kLogReset;
 }
