@@ -87,6 +87,18 @@ TEST(NodeStorage, InitWithoutValueGivesEachKindsDefault) {
     EXPECT_FALSE(array.IsEmpty());
 }
 
+TEST(NodeStorage, InitOverAValueReplacesIt) {
+    Node node = MakeArray({Text("a"), Text("b")});
+    Node element = node[1];
+    node.Init<std::string>(&node[0].As<std::string>());
+    EXPECT_EQ(node.As<std::string>(), "a");
+    node.Init<std::string>(&node.As<std::string>());
+    EXPECT_EQ(node.As<std::string>(), "a");
+    node.Init<long long>(nullptr);
+    EXPECT_EQ(node.Serialize(), "0");
+    EXPECT_EQ(element.As<std::string>(), "b");
+}
+
 TEST(NodeStorage, ValueConstructorHoldsACopy) {
     Node yes(true);
     EXPECT_TRUE(yes.As<bool>());

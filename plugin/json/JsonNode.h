@@ -8,6 +8,7 @@
 #include <string>
 #include <type_traits>
 #include <typeinfo>
+#include <utility>
 #include <vector>
 
 #include "base/Export.h"
@@ -68,8 +69,9 @@ public:
     Node& operator=(Node&& other) noexcept;
     ~Node();
 
-    // Installs kind T on a node that holds no value: the type record, the
-    // three handlers, and a copy of *value (or T's default value when null).
+    // Installs kind T: the type record, the three handlers, and a copy of
+    // *value (or T's default value when null). A value the node held before
+    // is freed afterwards, so `value` may point into it.
     template <class T>
     void Init(T* value);
 
@@ -162,6 +164,7 @@ void Node::copy(Node* node, void* src) {
 template <class T>
 void Node::Init(T* value) {
     static_assert(kIsNodeValue<T>, "Node holds only its seven value types");
+    Node previous(std::move(*this));
     _type = &typeid(T);
     std::function<void(Node*)> destroy = [](Node* n) { delete static_cast<T*>(n->_buf); };
     std::function<void(Node*)> create = [](Node* n) { n->_buf = new T(); };
