@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 
+#include "base/Arr32.h"
 #include "base/AttrSet.h"
 #include "base/IFunc.h"
 #include "base/IParam.h"
@@ -17,6 +18,7 @@
 
 namespace {
 
+using tavrin::base::Arr32;
 using tavrin::base::AttrSet;
 using tavrin::base::IAttributes;
 using tavrin::base::IFunc;
@@ -96,6 +98,30 @@ TEST(AbiFramework, OstreamInsertionsCharFirstTextLast) {
     // The string insertion is a header piece, not a slot.
     EXPECT_EQ(VirtualSlot(static_cast<ostream& (ostream::*)(const std::string&)>(&ostream::operator<<)),
               -1);
+}
+
+// Positions of the naming classes' members inside the object.
+struct NamingProbe : object_keywords {
+    std::ptrdiff_t Offset(const void* member) const {
+        return static_cast<const char*>(member) - reinterpret_cast<const char*>(this);
+    }
+    std::ptrdiff_t NameAt() const { return Offset(&_name); }
+    std::ptrdiff_t IdAt() const { return Offset(&_id); }
+    std::ptrdiff_t KeywordsAt() const { return Offset(&_keywords); }
+    std::ptrdiff_t StorageAt() const { return Offset(_keywordStorage); }
+    std::size_t StorageBytes() const { return sizeof _keywordStorage; }
+    const std::uint32_t* StorageStart() const { return _keywordStorage; }
+};
+
+TEST(AbiFramework, NamingMembersInDeclaredOrder) {
+    NamingProbe probe;
+    EXPECT_LT(probe.NameAt(), probe.IdAt());
+    EXPECT_LT(probe.IdAt(), probe.KeywordsAt());
+    // The keyword array is followed by its own eight-entry buffer.
+    EXPECT_EQ(probe.StorageAt(), probe.KeywordsAt() + static_cast<std::ptrdiff_t>(sizeof(Arr32)));
+    EXPECT_EQ(probe.StorageBytes(), 8 * sizeof(std::uint32_t));
+    probe.Name("a-b");
+    EXPECT_EQ(probe.Keywords().begin(), probe.StorageStart());
 }
 
 TEST(AbiFramework, ObjectBasesInDeclaredOrder) {

@@ -19,6 +19,8 @@ TEST(Hash, MatchesCaseFoldedFnv1a) {
 
 TEST(Hash, StopsAtStopCharacterAndEmbeddedNul) {
     EXPECT_EQ(Hash(std::string("ab-cd"), '-'), Hash("ab"));
+    // The stop character is compared before folding.
+    EXPECT_EQ(Hash(std::string("aBc"), 'b'), Hash("abc"));
     EXPECT_EQ(Hash(std::string("ab\0cd", 5), '\0'), Hash("ab"));
     // Bytes above 127 are hashed unchanged, not folded.
     EXPECT_NE(Hash("\xC0"), Hash("\xE0"));

@@ -47,4 +47,9 @@ TEST(FactoryTest, OneFactoryPerProcess) {
     EXPECT_EQ(&tavrin::stream::Factory::Globle(), &tavrin::stream::Factory::Globle());
 }
 
+TEST(FactoryTest, RegistryComesFirst) {
+    auto& factory = tavrin::stream::Factory::Globle();
+    EXPECT_EQ(static_cast<void*>(&factory.Registry()), static_cast<void*>(&factory));
+}
+
 }  // namespace

@@ -171,6 +171,10 @@ TEST(ObjectFuncTest, CloneCopiesNameIdKeywordsFlagAndCallable) {
     EXPECT_EQ(clone->GetName(), "twice-fast");
     EXPECT_EQ(clone->ID(), func->ID());
     EXPECT_EQ(KeywordsOf(*clone), KeywordsOf(*func));
+    // The copy's keywords live in its own inline buffer.
+    const auto* keywords = reinterpret_cast<const char*>(clone->Keywords().begin());
+    const auto* start = reinterpret_cast<const char*>(clone.get());
+    EXPECT_TRUE(keywords >= start && keywords < start + sizeof(IntFunc));
     EXPECT_FALSE(clone->Enabled());
     auto* callable = dynamic_cast<IFunc<int, int>*>(clone.get());
     ASSERT_NE(callable, nullptr);
