@@ -10,8 +10,32 @@
 
 namespace {
 
+std::string Outcome(const json::Value& v);
+
+std::string ElementsOutcome(const json::Value& v) {
+    std::string text = "A" + std::to_string(v.size()) + "[";
+    for (const json::Value& element : v.ToArray()) text += Outcome(element) + ";";
+    return text + "]";
+}
+
+std::string EntriesOutcome(const json::Value& v) {
+    std::string text = "O" + std::to_string(v.size()) + "{";
+    for (const auto& entry : v.ToObject())
+        text += "K" + std::to_string(entry.key.size()) + ":" + entry.key + "=" + Outcome(entry.value) + ";";
+    return text + "}";
+}
+
+// Every value with its type and every text with its length, so that results
+// the unescaped writer would print alike (one text holding "," or two texts)
+// still differ.
 std::string Outcome(const json::Value& v) {
-    return v.GetType() == json::NullVal ? "null" : json::Serialize(v);
+    switch (v.GetType()) {
+        case json::NullVal: return "null";
+        case json::StringVal: return "S" + std::to_string(v.ToString().size()) + ":" + v.ToString();
+        case json::ArrayVal: return ElementsOutcome(v);
+        case json::ObjectVal: return EntriesOutcome(v);
+        default: return std::to_string(v.GetType()) + ":" + SerializeValue(v);
+    }
 }
 
 // Pieces that exercise every rule of the reader: brackets, quotes, escapes,

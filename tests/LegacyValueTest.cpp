@@ -178,6 +178,11 @@ TEST(LegacyValue, EveryTypedAccessorThrowsItsMessageOnAnotherType) {
     json::Value number(1);
     EXPECT_EQ(RuntimeErrorOf([&] { (void)number.ToString(); }), text);
     EXPECT_EQ(RuntimeErrorOf([&] { (void)number.StringRef(); }), text);
+    const json::Value& constNumber = number;
+    EXPECT_EQ(RuntimeErrorOf([&] { (void)static_cast<std::string>(constNumber); }), text);
+    EXPECT_EQ(RuntimeErrorOf([&] { (void)static_cast<std::string&>(number); }), text);
+    EXPECT_EQ(number.GetType(), json::IntVal);
+    EXPECT_EQ(number.ToInt(), 1);
     EXPECT_EQ(RuntimeErrorOf([&] { (void)number.FractionRef(); }), fraction);
     EXPECT_EQ(RuntimeErrorOf([&] { (void)json::Value(json::Object()).ArrayRef(); }), array);
 }
