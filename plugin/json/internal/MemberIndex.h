@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "json/JsonNode.h"
+#include "json/internal/IndexHash.h"
 
 namespace tavrin::plugin::json {
 
@@ -29,7 +30,7 @@ private:
     std::size_t Find(std::uint32_t hash);
 
     Node::Object& _members;
-    std::unordered_map<std::uint32_t, std::size_t> _positions;
+    std::unordered_map<std::uint32_t, std::size_t, detail::SpreadHasher> _positions;
 };
 
 }  // namespace tavrin::plugin::json

@@ -1,11 +1,14 @@
 #include "json/legacy/internal/EntryIndex.h"
 
 #include "base/Hash.h"
+#include "json/internal/IndexHash.h"
 #include "json/legacy/Value.h"
 
 namespace json {
 
 namespace {
+
+using tavrin::plugin::json::detail::SpreadHash;
 
 // tavrin::base::Hash(std::string(key), '\0') without making the string:
 // the key up to its first NUL byte.
@@ -37,7 +40,7 @@ std::size_t EntryIndex::Find(const Object::Table& entries, std::uint32_t hash) c
         return entries.size();
     }
     const std::size_t mask = mSlots.size() - 1;
-    for (std::size_t s = hash & mask; mSlots[s] != 0; s = (s + 1) & mask)
+    for (std::size_t s = SpreadHash(hash) & mask; mSlots[s] != 0; s = (s + 1) & mask)
         if (entries[mSlots[s] - 1].hash == hash) return mSlots[s] - 1;
     return entries.size();
 }
@@ -56,7 +59,7 @@ void EntryIndex::Remember(const Object::Table& entries) {
 
 void EntryIndex::Place(const Object::Table& entries, std::size_t position) {
     const std::size_t mask = mSlots.size() - 1;
-    std::size_t s = entries[position].hash & mask;
+    std::size_t s = SpreadHash(entries[position].hash) & mask;
     while (mSlots[s] != 0) s = (s + 1) & mask;
     mSlots[s] = position + 1;
 }
