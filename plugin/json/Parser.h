@@ -34,7 +34,7 @@ public:
 
     // Cursor. GetNextChar returns the next character as a code 0-255; at the
     // end of the text it returns 0 (and logs on every read past it). Texts
-    // are read up to their first NUL, and at most 2^31 - 2 characters.
+    // are read up to their first NUL, and at most 2^31 - 1 characters.
     int GetNextChar();
     void Retract();
     void Concat();
