@@ -8,7 +8,7 @@ namespace tavrin::host::program {
 // Exit codes of tavrin-host.
 constexpr int kExitSuccess = 0;
 constexpr int kExitFailure = 1;  // the mode ran and refused the document
-constexpr int kExitUsage = 2;    // bad command line or unreadable input
+constexpr int kExitUsage = 2;    // bad command line, unreadable input or unwritable output
 
 // One mode of the program: `tavrin-host NAME [FILE|-]`. `run` gets the whole
 // input text, writes its result to standard output and returns the exit code.

@@ -27,7 +27,7 @@ void PrintHelp() {
         std::printf("  %-9s %s\n", program::kModes[i].name, program::kModes[i].summary);
     std::printf(
         "\nexit status: 0 success (result on standard output), 1 the mode failed (nothing\n"
-        "on standard output), 2 bad command line or unreadable input.\n");
+        "on standard output), 2 bad command line, unreadable input or unwritable output.\n");
 }
 
 int UsageError(const std::string& message) {
@@ -51,5 +51,10 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "tavrin-host: %s\n", error.c_str());
         return program::kExitUsage;
     }
-    return mode->run(input);
+    const int status = mode->run(input);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
+        std::fprintf(stderr, "tavrin-host: cannot write standard output\n");
+        return program::kExitUsage;
+    }
+    return status;
 }

@@ -148,6 +148,16 @@ TEST(HostProgramTest, UnreadableFileExitsTwoWithOneLine) {
     EXPECT_NE(run.err.find("/nonexistent/doc.json"), std::string::npos);
 }
 
+TEST(HostProgramTest, UnwritableOutputExitsTwoWithOneLine) {
+    const std::string err = TempPath("err");
+    const std::string command = std::string("'") + TAVRIN_HOST_PROGRAM + "' parse '" +
+                                WriteTemp("[1,2]") + "' >/dev/full 2>'" + err + "'";
+    const int status = std::system(command.c_str());
+    EXPECT_EQ(WIFEXITED(status) ? WEXITSTATUS(status) : -1, 2);
+    EXPECT_EQ(Slurp(err), "tavrin-host: cannot write standard output\n");
+    std::remove(err.c_str());
+}
+
 TEST(HostProgramTest, BadCommandLinesExitTwoWithOneLine) {
     for (const char* args : {"", "frobnicate", "convert a b"}) {
         const Outcome run = Host(args);
