@@ -26,7 +26,17 @@ constexpr int kLastPosition = INT_MAX;
 
 // Characters that end the look-ahead of a number: "," "]" "}" make an
 // integer, "." "e" "E" a double, "/" a fraction.
-constexpr const char* kNumberClassifiers = ",]}.eE/";
+constexpr bool IsNumberClassifier(char c) {
+    return c == ',' || c == ']' || c == '}' || c == '.' || c == 'e' || c == 'E' || c == '/';
+}
+
+// The first classifying character from `s` on, or the terminating NUL. A
+// plain loop rather than strpbrk: checking tools that intercept strpbrk
+// measure the whole rest of the text on every call.
+const char* FindNumberClassifier(const char* s) {
+    while (*s != '\0' && !IsNumberClassifier(*s)) ++s;
+    return s;
+}
 
 // Every failure yields a Node without a value.
 Node* Failure() { return new Node(); }
@@ -200,8 +210,7 @@ bool Parser::EOL() const { return _token == '\0'; }
 const std::type_info* Parser::NumberKind() {
     if (_classifiedText != _text || _pos < _classifiedFrom || _pos > _classifiedUpTo) {
         const char* start = _text + _pos;
-        const char* found = std::strpbrk(start, kNumberClassifiers);
-        if (found == nullptr) found = start + std::strlen(start);
+        const char* found = FindNumberClassifier(start);
         _classifiedText = _text;
         _classifiedFrom = _pos;
         _classifiedUpTo = found - _text;
