@@ -164,7 +164,12 @@ void Node::copy(Node* node, void* src) {
 template <class T>
 void Node::Init(T* value) {
     static_assert(kIsNodeValue<T>, "Node holds only its seven value types");
-    Node previous(std::move(*this));
+    if (_buf != nullptr) {
+        // The old value is freed last: `value` may point into it.
+        Node previous(std::move(*this));
+        Init(value);
+        return;
+    }
     _type = &typeid(T);
     std::function<void(Node*)> destroy = [](Node* n) { delete static_cast<T*>(n->_buf); };
     std::function<void(Node*)> create = [](Node* n) { n->_buf = new T(); };
