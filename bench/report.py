@@ -29,7 +29,9 @@ def load_runs(path):
     with open(path) as f:
         data = json.load(f)
     runs, medians = {}, {}
-    for run in data["benchmarks"]:
+    # In registration order, also when the repetitions ran interleaved.
+    order = lambda run: (run.get("family_index", 0), run.get("per_family_instance_index", 0))
+    for run in sorted(data["benchmarks"], key=order):
         name = re.sub(r"/iterations:\d+$", "", run.get("run_name", run["name"]))
         if run.get("run_type") == "aggregate":
             if run.get("aggregate_name") == "median":

@@ -10,7 +10,7 @@
 BENCH_BIN := build/bench/bench
 BENCH_OUT := build/bench/results
 BENCH_ARGS ?=
-BENCH_REPETITIONS ?= 3
+BENCH_REPETITIONS ?= 5
 # Debian's interpreter, the one python3-matplotlib is installed for.
 BENCH_PYTHON ?= /usr/bin/python3
 
@@ -22,6 +22,7 @@ bench-build:
 bench: bench-build
 	mkdir -p $(BENCH_OUT)
 	$(BENCH_BIN)/tavrin_bench --benchmark_repetitions=$(BENCH_REPETITIONS) \
+	  --benchmark_enable_random_interleaving=true \
 	  --benchmark_report_aggregates_only=true --benchmark_min_time=0.3 \
 	  --benchmark_out=$(BENCH_OUT)/timing.json --benchmark_out_format=json $(BENCH_ARGS)
 	$(BENCH_BIN)/tavrin_bench_memory \
