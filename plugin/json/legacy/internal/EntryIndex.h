@@ -13,8 +13,8 @@ namespace json {
 // operator[] does (first entry of the key's case-folded hash, a new entry
 // with Value() appended when none), without scanning the table each time:
 // small tables are scanned, larger ones get an open-addressing index of
-// positions keyed by the stored hashes, spread by a per-process random
-// multiplier.
+// positions keyed by the stored hashes, spread with a per-process random
+// seed.
 class EntryIndex {
 public:
     // Position in `entries` of the key's entry, appended when absent.
