@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Runs tavrin-host under valgrind in each of its modes on the benchmark
-# corpus documents, the project's sample documents and a set of malformed
-# inputs. Any memory error or leak fails the run.
+# corpus documents, the project's sample documents and malformed inputs (the
+# fuzz seeds and regressions, and the conformance corpora's documents, which
+# reach every failure message of the readers). Any memory error or leak fails
+# the run.
 # Usage: scripts/valgrind-host.sh [BUILD_DIR]   (default build/dev)
 #
 # valgrind reports its findings with exit status 99: tavrin-host itself
@@ -18,6 +20,10 @@ for dir in ../shared/corpus examples fuzz/seeds/json fuzz/regressions/fuzz_node_
   [ -d "$dir" ] || continue
   while IFS= read -r -d '' file; do inputs+=("$file"); done \
     < <(find "$dir" -type f ! -name '.*' ! -name '*.md' -print0 | sort -z)
+done
+for dir in tests/conformance/parser tests/conformance/legacy; do
+  while IFS= read -r -d '' file; do inputs+=("$file"); done \
+    < <(find "$dir" -type f -name '*.json' -print0 | sort -z)
 done
 
 modes=$("$host" --help | awk '/^modes:/ {on = 1; next} on && NF == 0 {exit} on {print $1}')
