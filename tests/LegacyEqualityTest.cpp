@@ -11,17 +11,8 @@ using tavrin::test::MakeFraction;
 
 namespace {
 
-json::Value Float(float f) {
-    json::Value v;
-    v = f;
-    return v;
-}
-
-json::Value Double(double d) {
-    json::Value v;
-    v = d;
-    return v;
-}
+json::Value Float(float f) { return tavrin::test::FloatValue(f); }
+json::Value Double(double d) { return tavrin::test::DoubleValue(d); }
 
 json::Value Fraction(long long num, long long den) { return json::Value(MakeFraction(num, den)); }
 

@@ -30,4 +30,17 @@ inline tavrin::base::Fraction MakeFraction(long long num, long long den) {
     return f;
 }
 
+// Values of the two decimal types, which have no constructor of their own.
+inline json::Value FloatValue(float f) {
+    json::Value v;
+    v = f;
+    return v;
+}
+
+inline json::Value DoubleValue(double d) {
+    json::Value v;
+    v = d;
+    return v;
+}
+
 }  // namespace tavrin::test
