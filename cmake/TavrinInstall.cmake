@@ -22,12 +22,9 @@ set(TAVRIN_PACKAGE TavrinPluginJson)
 set(TAVRIN_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/${TAVRIN_PACKAGE})
 
 set_target_properties(tavrin_headers PROPERTIES EXPORT_NAME headers)
-set(TAVRIN_INSTALLED_TARGETS tavrin_headers pluginjson tavrin)
-if(TARGET tavrin-host)
-  list(APPEND TAVRIN_INSTALLED_TARGETS tavrin-host)
-  set_target_properties(tavrin-host PROPERTIES
-    INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
-endif()
+set(TAVRIN_INSTALLED_TARGETS tavrin_headers pluginjson tavrin tavrin-host)
+set_target_properties(tavrin-host PROPERTIES
+  INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 
 install(TARGETS ${TAVRIN_INSTALLED_TARGETS}
   EXPORT ${TAVRIN_PACKAGE}Targets

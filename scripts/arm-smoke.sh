@@ -8,13 +8,9 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 arm_build="${1:-build/arm}"
 native_build="${2:-build/dev}"
-program=host/program/tavrin-host
+program=tools/tavrin-host/tavrin-host
 qemu=(qemu-arm -L /usr/arm-linux-gnueabihf)
 
-if [ ! -f host/program/CMakeLists.txt ]; then
-  echo "arm-smoke: skipped, the project has no tavrin-host program yet"
-  exit 0
-fi
 arm_host="$arm_build/$program"
 [ -x "$arm_host" ] || { echo "arm-smoke: $arm_host was not built" >&2; exit 1; }
 native_host="$native_build/$program"

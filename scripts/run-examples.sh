@@ -5,7 +5,7 @@
 # reader. Log lines appear on standard error.
 set -euo pipefail
 build="${1:-build/dev}"
-host="$build/host/program/tavrin-host"
+host="$build/tools/tavrin-host/tavrin-host"
 for doc in examples/*.json; do
   echo "== parse $doc"
   "$host" parse "$doc"

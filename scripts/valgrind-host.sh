@@ -11,7 +11,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build="${1:-build/dev}"
-host="$build/host/program/tavrin-host"
+host="$build/tools/tavrin-host/tavrin-host"
 [ -x "$host" ] || { echo "$host is missing: build the dev preset first" >&2; exit 2; }
 
 inputs=()

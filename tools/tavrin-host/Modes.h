@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-namespace tavrin::host::program {
+namespace tavrin::host_program {
 
 // Exit codes of tavrin-host.
 constexpr int kExitSuccess = 0;
@@ -18,13 +18,8 @@ struct Mode {
     int (*run)(const std::string& input);
 };
 
-// Every mode, in the order --help lists them (ModeTable.cpp).
+// Every mode, in the order --help lists them.
 extern const Mode kModes[];
 extern const std::size_t kModeCount;
 
-// The modes, one per file.
-int RunConvert(const std::string& input);
-int RunParse(const std::string& input);
-int RunLegacy(const std::string& input);
-
-}  // namespace tavrin::host::program
+}  // namespace tavrin::host_program

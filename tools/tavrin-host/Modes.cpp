@@ -1,24 +1,34 @@
+#include "Modes.h"
+
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
 #include <mutex>
 
-#include "Input.h"
-#include "Modes.h"
 #include "base/AttrSet.h"
 #include "base/Factory.h"
 #include "base/IFunc.h"
 #include "host/ReflectLog.h"
+#include "json/JsonNode.h"
+#include "json/legacy/Deserialize.h"
+#include "json/legacy/Serialize.h"
 
-namespace tavrin::host::program {
+namespace tavrin::host_program {
 
 namespace {
 
 using Command = tavrin::base::IFunc<bool, tavrin::base::AttrSet&>;
 
+// Writes `text` and a newline to standard output.
+void PrintLine(const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    std::fputc('\n', stdout);
+    std::fflush(stdout);
+}
+
 // Runs the registration entry the plug-in announced when it was loaded.
 bool RegisterPlugin() {
-    ReflectCall::Entry entry = FindReflected("PluginJson");
+    tavrin::host::ReflectCall::Entry entry = tavrin::host::FindReflected("PluginJson");
     if (entry == nullptr) return false;
     entry("PluginJson");
     return true;
@@ -37,8 +47,6 @@ std::string HexAddress(const void* address) {
     const auto end = std::to_chars(digits, digits + sizeof digits, value, 16).ptr;
     return "0x" + std::string(digits, end);
 }
-
-}  // namespace
 
 int RunConvert(const std::string& input) {
     if (!RegisterPlugin()) {
@@ -59,4 +67,33 @@ int RunConvert(const std::string& input) {
     return kExitSuccess;
 }
 
-}  // namespace tavrin::host::program
+int RunParse(const std::string& input) {
+    tavrin::plugin::json::Node node;
+    if (!node.Deserialize(input.c_str())) return kExitFailure;
+    PrintLine(node.Serialize());
+    return kExitSuccess;
+}
+
+int RunLegacy(const std::string& input) {
+    const json::Value document = json::Deserialize(input);
+    if (document.GetType() == json::NullVal) return kExitFailure;
+    PrintLine(json::Serialize(document));
+    return kExitSuccess;
+}
+
+}  // namespace
+
+const Mode kModes[] = {
+    {"convert",
+     "register the plug-in, call \"cmd_json_to_attrset_string\" on the JSON text and print the "
+     "attribute-set text",
+     RunConvert},
+    {"parse", "parse the JSON text with Node::Deserialize and print it re-serialized", RunParse},
+    {"legacy",
+     "read the JSON text with the legacy json::Deserialize and print json::Serialize of it",
+     RunLegacy},
+};
+
+const std::size_t kModeCount = sizeof kModes / sizeof kModes[0];
+
+}  // namespace tavrin::host_program

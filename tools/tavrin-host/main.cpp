@@ -1,15 +1,35 @@
 // tavrin-host MODE [FILE|-]: runs one mode of the plug-in on a document read
 // from FILE or standard input. Log lines go to standard error.
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <string>
 
-#include "Input.h"
 #include "Modes.h"
 
-namespace program = tavrin::host::program;
+namespace program = tavrin::host_program;
 
 namespace {
+
+bool ReadAll(std::FILE* file, std::string& text) {
+    char chunk[65536];
+    std::size_t got;
+    while ((got = std::fread(chunk, 1, sizeof chunk, file)) > 0) text.append(chunk, got);
+    return std::ferror(file) == 0;
+}
+
+// Reads the whole of `path` ("-" or null: standard input) into `text`. On
+// failure returns false and sets `error` to a one-line reason.
+bool ReadInput(const char* path, std::string& text, std::string& error) {
+    const bool useStdin = path == nullptr || std::strcmp(path, "-") == 0;
+    const std::string name = useStdin ? "standard input" : path;
+    std::FILE* file = useStdin ? stdin : std::fopen(path, "rb");
+    bool read = file != nullptr && ReadAll(file, text);
+    const int reason = errno;
+    if (file != nullptr && !useStdin) std::fclose(file);
+    if (!read) error = "cannot read " + name + ": " + std::strerror(reason);
+    return read;
+}
 
 const program::Mode* FindMode(const char* name) {
     for (std::size_t i = 0; i < program::kModeCount; ++i)
@@ -47,7 +67,7 @@ int main(int argc, char** argv) {
     if (mode == nullptr) return UsageError(std::string("unknown mode '") + argv[1] + "'");
     std::string input;
     std::string error;
-    if (!program::ReadInput(argc == 3 ? argv[2] : nullptr, input, error)) {
+    if (!ReadInput(argc == 3 ? argv[2] : nullptr, input, error)) {
         std::fprintf(stderr, "tavrin-host: %s\n", error.c_str());
         return program::kExitUsage;
     }
