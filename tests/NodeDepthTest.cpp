@@ -1,43 +1,30 @@
+// Deep node trees: copying, assigning, writing and freeing them needs no deep
+// stack and allocates in proportion to their size.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <utility>
 
 #include "json/JsonNode.h"
 #include "json/Parser.h"
 #include "support/AllocationCounter.h"
-#include "support/LogCapture.h"
 #include "support/NodeBuild.h"
 #include "support/SmallStack.h"
 
-using tavrin::plugin::json::Node;
-using tavrin::plugin::json::Parser;
-using tavrin::test::AllocationCounter;
-using tavrin::test::Chain;
-using tavrin::test::Int;
+using namespace tavrin::test;  // node builders, allocation counter, small stack
 
 namespace {
 
-// Objects and arrays nested alternately `depth` levels deep:
-// {"k":[{"k":[...1...]}]}.
+// Objects and arrays nested alternately `depth` levels deep: [{"k":[...1...]}].
 Node MixedChain(int depth) {
     Node node = Int(1);
-    for (int level = 0; level < depth; ++level) {
-        Node outer;
-        if (level % 2 == 0) {
-            outer.Init<Node::Array>(nullptr);
-            outer.As<Node::Array>().push_back(std::move(node));
-        } else {
-            outer.Init<Node::Object>(nullptr);
-            outer.As<Node::Object>()["k"] = std::move(node);
-        }
-        node = std::move(outer);
-    }
+    for (int level = 0; level < depth; ++level)
+        node = Nest(std::move(node), level % 2 == 0);
     return node;
 }
 
-// Copies, assigns, serializes and destroys `tree`; the text of the copy must
-// equal the text of the original.
+// Copies, assigns, writes and destroys `tree`; the copy writes the same text.
 void ExerciseTree(const Node& tree) {
     Node copy(tree);
     Node assigned = Int(0);
@@ -47,78 +34,51 @@ void ExerciseTree(const Node& tree) {
     EXPECT_FALSE(original.empty());
 }
 
-constexpr std::size_t kSmallStack = 256 * 1024;
-
-// Allocations made by `operation`.
-struct Cost {
-    std::size_t calls;
-    std::size_t bytes;
-};
-
 template <class Operation>
-Cost Measure(Operation operation) {
+std::pair<std::size_t, std::size_t> Allocations(Operation operation) {
     AllocationCounter counter;
     operation();
     return {counter.Calls(), counter.Bytes()};
 }
 
-// Doubling the depth of the tree may at most double the allocations of an
-// operation (plus a little for buffers that grow by doubling); a cost that
-// grows with the square of the size quadruples.
-template <class Operation>
-void ExpectLinear(Node (*build)(int), Operation operation) {
-    Node small = build(1000);
-    Node large = build(2000);
-    const Cost smallCost = Measure([&] { operation(small); });
-    const Cost largeCost = Measure([&] { operation(large); });
-    EXPECT_GT(smallCost.calls, 0u);
-    EXPECT_LE(largeCost.calls, 2 * smallCost.calls + 32);
-    EXPECT_LE(largeCost.bytes, 2 * smallCost.bytes + 4096);
-}
-
-void Copy(const Node& tree) { Node copy(tree); }
-void Assign(const Node& tree) {
-    Node target = MixedChain(3);
-    target = tree;
-}
-void Write(Node& tree) { EXPECT_FALSE(tree.Serialize().empty()); }
-void Free(const Node& tree) {
-    Node copy(tree);
-    const Cost cost = Measure([&] { copy = Node(); });
-    EXPECT_LE(cost.calls, 16u);
-}
-
-}  // namespace
-
 TEST(NodeDepth, CopyAllocatesOncePerLevel) {
     const Node tree = Chain(1000);
     // Per level a vector and its one-element buffer, the int64 at the bottom,
     // and a few for the work lists of copying and freeing.
-    const std::size_t calls = Measure([&] { Copy(tree); }).calls;
+    const std::size_t calls = Allocations([&] { Node copy(tree); }).first;
     EXPECT_GE(calls, 2u * 1000 + 1);
     EXPECT_LE(calls, 2u * 1000 + 1 + 8);
 }
 
+// Doubling the depth may at most double the allocations of an operation
+// (plus a little for buffers that grow by doubling); a quadratic cost would
+// quadruple them.
 TEST(NodeDepth, CopyAssignWriteAndFreeAreLinear) {
+    const std::function<void(Node&)> operations[] = {
+        [](Node& tree) { Node copy(tree); },
+        [](Node& tree) { Node target = MixedChain(3); target = tree; },
+        [](Node& tree) { EXPECT_FALSE(tree.Serialize().empty()); },
+        [](Node& tree) { Node copy(tree); EXPECT_LE(Allocations([&] { copy = Node(); }).first, 16u); },
+    };
     for (Node (*build)(int) : {&Chain, &MixedChain}) {
-        ExpectLinear(build, Copy);
-        ExpectLinear(build, Assign);
-        ExpectLinear(build, Write);
-        ExpectLinear(build, Free);
+        for (const auto& operation : operations) {
+            Node small = build(1000), large = build(2000);
+            const auto smallCost = Allocations([&] { operation(small); });
+            const auto largeCost = Allocations([&] { operation(large); });
+            EXPECT_GT(smallCost.first, 0u);
+            EXPECT_LE(largeCost.first, 2 * smallCost.first + 32);
+            EXPECT_LE(largeCost.second, 2 * smallCost.second + 4096);
+        }
     }
 }
 
-TEST(NodeDepth, VeryDeepTreeNeedsNoDeepStack) {
-    EXPECT_TRUE(tavrin::test::RunOnStack(kSmallStack, [] {
-        ExerciseTree(Chain(20000));
-        ExerciseTree(MixedChain(20000));
+TEST(NodeDepth, VeryDeepTreesNeedNoDeepStack) {
+    EXPECT_TRUE(RunOnStack(256 * 1024, [] {
+        for (int depth : {tavrin::plugin::json::Parser::kDefaultMaxDepth, 20000}) {
+            ExerciseTree(Chain(depth));
+            ExerciseTree(MixedChain(depth));
+        }
     }));
 }
 
-TEST(NodeDepth, DeepestParsableTreeFitsSmallStack) {
-    const int depth = Parser::kDefaultMaxDepth;
-    EXPECT_TRUE(tavrin::test::RunOnStack(kSmallStack, [depth] {
-        ExerciseTree(Chain(depth));
-        ExerciseTree(MixedChain(depth));
-    }));
-}
+}  // namespace

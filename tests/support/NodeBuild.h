@@ -28,16 +28,24 @@ inline Node MakeObject(std::initializer_list<std::pair<const char*, Node>> membe
     return node;
 }
 
+// `inner` moved into a new one-element array, or into a new object under "k".
+inline Node Nest(Node inner, bool array) {
+    Node outer;
+    if (array) {
+        outer.Init<Node::Array>(nullptr);
+        outer.As<Node::Array>().push_back(std::move(inner));
+    } else {
+        outer.Init<Node::Object>(nullptr);
+        outer.As<Node::Object>()["k"] = std::move(inner);
+    }
+    return outer;
+}
+
 // Arrays nested `depth` levels deep around the int64 1: [[[...[1]...]]].
 // Built by moving each level into the next, so building is linear.
 inline Node Chain(int depth) {
     Node node = Int(1);
-    for (int level = 0; level < depth; ++level) {
-        Node outer;
-        outer.Init<Node::Array>(nullptr);
-        outer.As<Node::Array>().push_back(std::move(node));
-        node = std::move(outer);
-    }
+    for (int level = 0; level < depth; ++level) node = Nest(std::move(node), true);
     return node;
 }
 
