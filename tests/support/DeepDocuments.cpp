@@ -1,4 +1,4 @@
-#include "stress/DeepDocuments.h"
+#include "support/DeepDocuments.h"
 
 namespace tavrin::test {
 
