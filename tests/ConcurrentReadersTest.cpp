@@ -1,7 +1,6 @@
-// The two readers and writers share no state: documents read and written on
-// several threads at once come out as they would on one, and every refused
-// document logs its own lines.
-
+// The readers, writers and the conversion command share no state: documents
+// handled on several threads at once come out as they would on one, and every
+// refused document logs its own lines.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -12,6 +11,7 @@
 #include "json/JsonNode.h"
 #include "json/legacy/Deserialize.h"
 #include "json/legacy/Serialize.h"
+#include "support/ConvertFixture.h"
 #include "support/LockedLog.h"
 
 namespace tavrin::test {
@@ -19,43 +19,41 @@ namespace {
 
 using tavrin::plugin::json::Node;
 
-constexpr int kThreads = 4;
-constexpr int kRounds = 200;
+class ConcurrentReaders : public ConvertFixture {
+protected:
+    // Reads, writes and converts a document of its own for `id`; false when
+    // any result differs from what one thread gives.
+    bool RoundTrips(int id) {
+        const std::string n = std::to_string(id);
+        const std::string text = "{\"id\":" + n + ",\"name\":\"doc" + n + "\",\"parts\":[" + n +
+                                 ",{\"ok\":true},[1/" + std::to_string(id % 9 + 1) + "]]}";
+        Node node;
+        const bool nodeSame = node.Deserialize(text) && node.Serialize() == text;
+        const bool legacySame = json::Serialize(json::Deserialize(text)) == text;
+        Node refused(true);
+        const bool refusedKept = !refused.Deserialize("[" + n + ",]") && refused.Is<bool>();
+        std::string out;
+        tavrin::base::AttrSet args;
+        args.Add("p0", ("{\"id\":" + n + ",\"tags\":[\"t" + n + "\",2]}").c_str());
+        args.Add("p1", HexAddress(&out).c_str());
+        const bool converted = Command(args) && out == SetText({{"id", n}, {"tags", "{{t" + n + "}+2}"}});
+        return nodeSame && legacySame && refusedKept && converted;
+    }
+};
 
-// A document of its own for every thread and round, in the text both writers
-// produce.
-std::string DocumentFor(int id) {
-    const std::string n = std::to_string(id);
-    return "{\"id\":" + n + ",\"name\":\"doc" + n + "\",\"parts\":[" + n + ",{\"ok\":true},[1/" +
-           std::to_string(id % 9 + 1) + "]]}";
-}
-
-// Reads and writes the document of `id` with both models; false when a text
-// written back differs or a refused document was taken.
-bool RoundTrips(int id) {
-    const std::string text = DocumentFor(id);
-    Node node;
-    const bool nodeSame = node.Deserialize(text) && node.Serialize() == text;
-    const bool legacySame = json::Serialize(json::Deserialize(text)) == text;
-    Node refused(true);
-    const bool refusedKept = !refused.Deserialize("[" + std::to_string(id) + ",]") && refused.Is<bool>();
-    return nodeSame && legacySame && refusedKept;
-}
-
-TEST(ConcurrentReaders, DocumentsOnSeveralThreadsAtOnce) {
+TEST_F(ConcurrentReaders, DocumentsOnSeveralThreadsAtOnce) {
+    constexpr int kThreads = 4, kRounds = 200;
     LockedLog log;
     std::atomic<int> wrong{0};
     std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-        threads.emplace_back([t, &wrong] {
-            for (int round = 0; round < kRounds; ++round)
-                if (!RoundTrips(t * kRounds + round)) ++wrong;
+    for (int t = 0; t < kThreads; ++t)
+        threads.emplace_back([this, t, &wrong] {
+            for (int round = 0; round < kRounds; ++round) wrong += !RoundTrips(t * kRounds + round);
         });
-    }
     for (auto& thread : threads) thread.join();
     EXPECT_EQ(wrong.load(), 0);
-    EXPECT_EQ(CountOf(log.Text(), " can't detect json type,please check string format!"),
-              kThreads * kRounds);
+    EXPECT_EQ(CountOf(log.Text(), " can't detect json type,please check string format!"), kThreads * kRounds);
+    EXPECT_EQ(CountOf(log.Text(), "src="), kThreads * kRounds);
 }
 
 }  // namespace

@@ -1,181 +1,145 @@
-// "convert_json_to_attrset_string": the attribute-set texts made from JSON
-// documents and every log line of the walkers.
+// The two conversion functions: the attribute-set texts made from JSON
+// documents, the "p1" address forms of the command, every log line of the
+// walkers, and the deepest documents converted on a small stack.
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "base/AttrSet.h"
+#include "json/Parser.h"
 #include "support/ConvertFixture.h"
+#include "support/DeepDocuments.h"
+#include "support/SmallStack.h"
 
 namespace {
 
 using tavrin::base::AttrSet;
+using tavrin::test::HexAddress;
 using tavrin::test::SetText;
 
-class JsonConvertTest : public tavrin::test::ConvertFixture {
+class JsonConvert : public tavrin::test::ConvertFixture {
 protected:
-    // What the walker stores under the key "k" for the JSON value `value`.
-    std::string StoredUnderK(const std::string& value) {
+    std::string Converted(const std::string& document) {
         std::string out;
-        const std::string document = "{\"k\":" + value + "}";
-        EXPECT_TRUE(Convert(document.c_str(), out)) << document;
-        AttrSet result(out.c_str());
-        const char* stored = result.Get("k");
-        return stored != nullptr ? stored : "<absent>";
-    }
-    // The whole result text for the document {"k": value}.
-    std::string TextUnderK(const std::string& value) {
-        std::string out;
-        const std::string document = "{\"k\":" + value + "}";
         EXPECT_TRUE(Convert(document.c_str(), out)) << document;
         return out;
     }
+    // The log of converting `document`: the outer function's lines around
+    // the walkers' `walk`.
+    static std::string Log(const std::string& document, const std::string& walk) {
+        const char* outer = "convertJsonToAttrSetString";
+        return Cyan(outer, "src=" + document) + Cyan(outer, "") + walk + Cyan(outer, "");
+    }
 };
 
-TEST_F(JsonConvertTest, WorkedExamplesUnderAKey) {
-    AttrSet members;
-    members.Add("a", "1");
-    members.Add("b", "true");
-    EXPECT_EQ(TextUnderK("[1,2,3]"), SetText("k", "1+2+3"));
-    EXPECT_EQ(TextUnderK("[\"a\",\"b\"]"), SetText("k", "{{a}+{b}}"));
-    EXPECT_EQ(TextUnderK("[[1,2],[3]]"), SetText("k", "{{1+2}+{3}}"));
-    EXPECT_EQ(TextUnderK("[1,[\"x\"]]"), SetText("k", "1+{{x}}"));
-    EXPECT_EQ(TextUnderK("{\"a\":1,\"b\":true}"), SetText("k", members.ToString(false)));
-    EXPECT_EQ(TextUnderK("[{\"a\":1}]"), SetText("k", "{{" + SetText("a", "1") + "}}"));
-    EXPECT_EQ(TextUnderK("[1.5,2]"), SetText("k", "+2"));
-    EXPECT_EQ(TextUnderK("\"text\""), SetText("k", "text"));
-    EXPECT_EQ(TextUnderK("2.5"), AttrSet().ToString(false));
+TEST_F(JsonConvert, DocumentsGiveTheirTexts) {
+    const std::string none = AttrSet().ToString(false);
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"[1,2]", "1+2"}, {"[\"x\"]", "{{x}}"}, {"{\"a\":1,\"b\":\"x\"}", SetText({{"a", "1"}, {"b", "x"}})},
+        {"{\"a\":{\"b\":{\"c\":1}}}", SetText("a", SetText("b", SetText("c", "1")))},
+        {"{\"k\":2.5}", none},
+    };
+    const std::vector<std::pair<std::string, std::string>> underK = {
+        {"[1,2,3]", "1+2+3"}, {"[\"a\",\"b\"]", "{{a}+{b}}"}, {"[[1,2],[3]]", "{{1+2}+{3}}"},
+        {"[1,[\"x\"]]", "1+{{x}}"}, {"{\"a\":1,\"b\":true}", SetText({{"a", "1"}, {"b", "true"}})},
+        {"[{\"a\":1}]", "{{" + SetText("a", "1") + "}}"}, {"[1.5,2]", "+2"}, {"\"text\"", "text"},
+        {"[]", ""}, {"[[]]", "{{}}"}, {"[1,[],2]", "1+{}+2"}, {"{}", none}, {"\"a+{b}\"", "a+{b}"},
+        {"[true,\"x\"]", "true+{x}"}, {"[\"x\",true]", "{{x}+true}"}, {"[2.5,1,3/4]", "+1+"},
+        {"[\"s\",-3,false,[],{},1/2]", "{{s}+-3+false+{}+{" + none + "}+}"},
+        {"-9223372036854775808", "-9223372036854775808"}, {"false", "false"},
+    };
+    for (const auto& [document, text] : cases) EXPECT_EQ(Converted(document), text) << document;
+    for (const auto& [value, text] : underK) EXPECT_EQ(Converted("{\"k\":" + value + "}"), SetText("k", text)) << value;
 }
 
-TEST_F(JsonConvertTest, EdgeCasesUnderAKey) {
-    EXPECT_EQ(StoredUnderK("[]"), "");
-    EXPECT_EQ(StoredUnderK("[[]]"), "{{}}");
-    EXPECT_EQ(StoredUnderK("[1,[],2]"), "1+{}+2");
-    EXPECT_EQ(StoredUnderK("{}"), AttrSet().ToString(false));
-    EXPECT_EQ(StoredUnderK("\"a+{b}\""), "a+{b}");
-    EXPECT_EQ(StoredUnderK("[true,\"x\"]"), "true+{x}");
-    EXPECT_EQ(StoredUnderK("[\"x\",true]"), "{{x}+true}");
-    EXPECT_EQ(StoredUnderK("[2.5,1,3/4]"), "+1+");
-    EXPECT_EQ(StoredUnderK("[\"s\",-3,false,[],{},1/2]"),
-              "{{s}+-3+false+{}+{" + AttrSet().ToString(false) + "}+}");
-    EXPECT_EQ(StoredUnderK("-9223372036854775808"), "-9223372036854775808");
-    EXPECT_EQ(StoredUnderK("false"), "false");
+TEST_F(JsonConvert, WalkersLogEachLevelInnermostFirst) {
+    const std::string arrayMet = Red("convert", ""), skipped = Red("convert", "");
+    const auto info = [](const std::string& text) { return Cyan("convert", text); };
+    const std::string inner = SetText("l", "{{2}+{s}}");
+    const std::string root = SetText({{"o", inner}, {"n", "1"}});
+    const std::string walked = "{1}+{" + SetText("a", "2") + "}+";
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"{\"k\":[1,2]}", arrayMet + info("1+2") + info("1+2") + info(SetText("k", "1+2")) + info(SetText("k", "1+2"))},
+        {"{\"o\":{\"l\":[[2],\"s\"]},\"n\":1}", arrayMet + arrayMet + info("2") + info("{2}+{s}") +
+                                                    info("{{2}+{s}}") + info(inner) + info(inner) + info(root) + info(root)},
+        {"{\"d\":2.5,\"f\":30000/1001,\"n\":1}", skipped + skipped + info(SetText("n", "1")) + info(SetText("n", "1"))},
+        {"{\"k\":[[1],{\"a\":2},2.5]}", arrayMet + arrayMet + info("1") + info(SetText("a", "2")) + skipped +
+                                            info(walked) + info("{" + walked + "}") + info(SetText("k", "{" + walked + "}")) +
+                                            info(SetText("k", "{" + walked + "}"))},
+    };
+    for (const auto& [document, walk] : cases) {
+        _log.Reset();
+        Converted(document);
+        EXPECT_EQ(_log.Lines(), Log(document, walk)) << document;
+    }
 }
 
-TEST_F(JsonConvertTest, NestedObjectsNestSetTextsWithoutKeyPaths) {
-    std::string out;
-    ASSERT_TRUE(Convert("{\"a\":{\"b\":{\"c\":1}}}", out));
-    EXPECT_EQ(out, SetText("a", SetText("b", SetText("c", "1"))));
-}
-
-TEST_F(JsonConvertTest, ResultOfADocumentIsTheRootValue) {
-    std::string out;
-    ASSERT_TRUE(Convert("[1,2]", out));
-    EXPECT_EQ(out, "1+2");
-    ASSERT_TRUE(Convert("{\"a\":1,\"b\":\"x\"}", out));
-    AttrSet expected;
-    expected.Add("a", "1");
-    expected.Add("b", "x");
-    EXPECT_EQ(out, expected.ToString(false));
-    ASSERT_TRUE(Convert("[\"x\"]", out));
-    EXPECT_EQ(out, "{{x}}");
-}
-
-TEST_F(JsonConvertTest, LogOfAnArrayUnderAKey) {
-    const char* document = "{\"k\":[1,2]}";
-    std::string out;
-    ASSERT_TRUE(Convert(document, out));
-    const std::string root = SetText("k", "1+2");
-    EXPECT_EQ(_log.Text(),
-              Cyan("convertJsonToAttrSetString", "\"src=\"", std::string("src=") + document) +
-                  Cyan("convertJsonToAttrSetString", "TAVRIN_LOG_INFO();", "", 1) +
-                  Red("convert", "TAVRIN_LOG_ERROR();", "", 1) +
-                  Cyan("convert", "TAVRIN_LOG_INFO(list)", "1+2") +
-                  Cyan("convert", "TAVRIN_LOG_INFO(ap.Get(key))", "1+2") +
-                  Cyan("convert", "TAVRIN_LOG_INFO(text)", root) +
-                  Cyan("convert", "TAVRIN_LOG_INFO(ap.Get(key))", root) +
-                  Cyan("convertJsonToAttrSetString", "TAVRIN_LOG_INFO();", "", 2));
-    EXPECT_EQ(out, root);
-}
-
-TEST_F(JsonConvertTest, LogOfTheListWalker) {
-    std::string out;
-    ASSERT_TRUE(Convert("{\"k\":[[1],{\"a\":2},2.5]}", out));
-    const std::string list = "{1}+{" + SetText("a", "2") + "}+";
-    const std::string root = SetText("k", "{" + list + "}");
-    const std::string walk =
-        Red("convert", "TAVRIN_LOG_ERROR();", "", 1) + Red("convert", "TAVRIN_LOG_ERROR();", "", 1) +
-        Cyan("convert", "TAVRIN_LOG_INFO(list)", "1") +
-        Cyan("convert", "TAVRIN_LOG_INFO(text)", SetText("a", "2")) +
-        Red("convert", "TAVRIN_LOG_ERROR();", "", 2) +
-        Cyan("convert", "TAVRIN_LOG_INFO(list)", list) +
-        Cyan("convert", "TAVRIN_LOG_INFO(ap.Get(key))", "{" + list + "}") +
-        Cyan("convert", "TAVRIN_LOG_INFO(text)", root);
-    EXPECT_NE(_log.Text().find(walk), std::string::npos) << _log.Text();
-    EXPECT_EQ(out, root);
-}
-
-TEST_F(JsonConvertTest, LogFollowsTheNestingInnermostLevelFirst) {
-    const char* document = "{\"o\":{\"l\":[[2],\"s\"]},\"n\":1}";
-    std::string out;
-    ASSERT_TRUE(Convert(document, out));
-    const std::string list = "{2}+{s}";
-    const std::string inner = SetText("l", "{" + list + "}");
-    AttrSet root;
-    root.Add("o", inner.c_str());
-    root.Add("n", "1");
-    const std::string arrayMet = Red("convert", "TAVRIN_LOG_ERROR();", "", 1);
-    EXPECT_EQ(_log.Text(),
-              Cyan("convertJsonToAttrSetString", "\"src=\"", std::string("src=") + document) +
-                  Cyan("convertJsonToAttrSetString", "TAVRIN_LOG_INFO();", "", 1) + arrayMet +
-                  arrayMet + Cyan("convert", "TAVRIN_LOG_INFO(list)", "2") +
-                  Cyan("convert", "TAVRIN_LOG_INFO(list)", list) +
-                  Cyan("convert", "TAVRIN_LOG_INFO(ap.Get(key))", "{" + list + "}") +
-                  Cyan("convert", "TAVRIN_LOG_INFO(text)", inner) +
-                  Cyan("convert", "TAVRIN_LOG_INFO(ap.Get(key))", inner) +
-                  Cyan("convert", "TAVRIN_LOG_INFO(text)", root.ToString(false)) +
-                  Cyan("convert", "TAVRIN_LOG_INFO(ap.Get(key))", root.ToString(false)) +
-                  Cyan("convertJsonToAttrSetString", "TAVRIN_LOG_INFO();", "", 2));
-    EXPECT_EQ(out, root.ToString(false));
-}
-
-TEST_F(JsonConvertTest, ValuesNotConvertedUnderAKeyLogOneRedLineEach) {
-    const char* document = "{\"d\":2.5,\"f\":30000/1001,\"n\":1}";
-    std::string out;
-    ASSERT_TRUE(Convert(document, out));
-    const std::string root = SetText("n", "1");
-    const std::string skipped = Red("convert", "TAVRIN_LOG_ERROR();", "", 2);
-    EXPECT_EQ(_log.Text(),
-              Cyan("convertJsonToAttrSetString", "\"src=\"", std::string("src=") + document) +
-                  Cyan("convertJsonToAttrSetString", "TAVRIN_LOG_INFO();", "", 1) + skipped +
-                  skipped + Cyan("convert", "TAVRIN_LOG_INFO(text)", root) +
-                  Cyan("convert", "TAVRIN_LOG_INFO(ap.Get(key))", root) +
-                  Cyan("convertJsonToAttrSetString", "TAVRIN_LOG_INFO();", "", 2));
-    EXPECT_EQ(out, root);
-}
-
-TEST_F(JsonConvertTest, UnparsableTextLeavesTheOutputUntouched) {
-    const char* document = "{\"a\":";
-    std::string out = "earlier content";
-    EXPECT_FALSE(Convert(document, out));
-    EXPECT_EQ(out, "earlier content");
-    const std::string& log = _log.Text();
-    const std::string first =
-        Cyan("convertJsonToAttrSetString", "\"src=\"", std::string("src=") + document);
-    const std::string last =
-        Red("convertJsonToAttrSetString", "\"!node.Deserialize(src)\"", "!node.Deserialize(src)");
-    EXPECT_EQ(log.substr(0, first.size()), first);
-    ASSERT_GE(log.size(), last.size());
-    EXPECT_EQ(log.substr(log.size() - last.size()), last);
-}
-
-TEST_F(JsonConvertTest, NullArgumentsAreRefused) {
+TEST_F(JsonConvert, RefusedArgumentsAndTextsLeaveTheOutputUntouched) {
     std::string out = "kept";
     EXPECT_FALSE((*_convert)(nullptr, &out));
     EXPECT_FALSE((*_convert)("[1]", nullptr));
+    EXPECT_EQ(_log.Lines(), Red("convertJsonToAttrSetString", "!src") + Red("convertJsonToAttrSetString", "!out"));
+    _log.Reset();
+    EXPECT_FALSE(Convert("{\"a\":", out));
     EXPECT_EQ(out, "kept");
-    EXPECT_EQ(_log.Text(), Red("convertJsonToAttrSetString", "\"!src\" : \"!out\"", "!src") +
-                               Red("convertJsonToAttrSetString", "\"!src\" : \"!out\"", "!out"));
+    const std::string log = _log.Lines();
+    const std::string first = Cyan("convertJsonToAttrSetString", "src={\"a\":");
+    const std::string last = Red("convertJsonToAttrSetString", "!node.Deserialize(src)");
+    EXPECT_EQ(log.substr(0, first.size()), first);
+    EXPECT_EQ(log.substr(log.size() - std::min(log.size(), last.size())), last);
+    EXPECT_EQ(log.find("/convert:"), std::string::npos);
+}
+
+TEST_F(JsonConvert, CommandChecksItsArgumentsInOrderAndWritesThroughTheAddress) {
+    std::string out = "kept";
+    const std::string address = HexAddress(&out, "0x");
+    const char* command = "cmdConvertJsonToAttrSetString";
+    const std::vector<std::tuple<const char*, const char*, std::string>> refusals = {
+        {nullptr, nullptr, Red(command, "!src")}, {"[1]", nullptr, Red(command, "!ap.Get(\"p1\",out)")},
+        {"not json", "0", Red(command, "!out")}, {"not json", "0x0", Red(command, "!out")},
+        {"not json", "zz", Red(command, "!out")}, {"not json", "", Red(command, "!out")},
+        {"[1,", address.c_str(), Red("convertJsonToAttrSetString", "!node.Deserialize(src)")},
+    };
+    for (const auto& [text, p1, lastLine] : refusals) {
+        AttrSet args;
+        if (text != nullptr) args.Add("p0", text);
+        if (p1 != nullptr) args.Add("p1", p1);
+        _log.Reset();
+        EXPECT_FALSE(Command(args));
+        const std::string log = _log.Lines();
+        EXPECT_EQ(log.substr(log.size() - std::min(log.size(), lastLine.size())), lastLine);
+        EXPECT_EQ(log.size() == lastLine.size(), std::string(p1 ? p1 : "") != address);
+    }
+    EXPECT_EQ(out, "kept");
+    for (const char* prefix : {"0x", "0X", "", "  "}) {
+        AttrSet args;
+        args.Add("p0", "{\"a\":1,\"b\":[\"x\"]}");
+        args.Add("p1", HexAddress(&out, prefix).c_str());
+        _log.Reset();
+        EXPECT_TRUE(Command(args)) << prefix;
+        EXPECT_EQ(out, SetText({{"a", "1"}, {"b", "{{x}}"}})) << prefix;
+        EXPECT_EQ(args.Size(), 2u);
+        EXPECT_EQ(_log.Text().find("/cmdConvertJsonToAttrSetString:"), std::string::npos);
+    }
+}
+
+TEST_F(JsonConvert, DeepestAdmittedDocumentsConvertOnASmallStack) {
+    using namespace tavrin::test;
+    const std::size_t bound = tavrin::plugin::json::Parser::kDefaultMaxDepth;
+    const std::vector<std::pair<std::string, bool>> cases = {
+        {NestedArrays(bound, "1"), true}, {NestedObjects(bound), true}, {AlternatingNesting(bound), true},
+        {AlternatingNesting(bound + 1), false}};
+    for (const auto& [document, converts] : cases) {
+        bool converted = !converts;
+        std::string out;
+        ASSERT_TRUE(RunOnStack(256 * 1024, [&] { converted = Convert(document.c_str(), out); }));
+        EXPECT_EQ(converted, converts);
+        if (&document == &cases[0].first) {
+            EXPECT_EQ(out, std::string(bound, '{') + "1" + std::string(bound, '}'));
+        }
+    }
 }
 
 }  // namespace

@@ -11,11 +11,8 @@
 #include "json/PluginJson.h"
 #include "support/LogCapture.h"
 #include "support/Registry.h"
-#include "support/SourceLine.h"
 
 namespace tavrin::test {
-
-inline constexpr const char* kConvertSource = "plugin/json/JsonConvert.cpp";
 
 // A fresh registry holding the plug-in's two conversion functions, and the
 // log captured from there on.
@@ -35,16 +32,12 @@ protected:
     bool Convert(const char* json, std::string& out) { return (*_convert)(json, &out); }
     bool Command(tavrin::base::AttrSet& args) { return (*_command)(args); }
 
-    // A line logged by JsonConvert.cpp from the statement found by `needle`.
-    static std::string Red(const char* function, const char* needle, const std::string& message,
-                           int occurrence = 1) {
-        return RedLine(kConvertSource, SourceLine(kConvertSource, needle, occurrence), function,
-                       message);
+    // A line logged by JsonConvert.cpp, its line number masked.
+    static std::string Red(const char* function, const std::string& message) {
+        return RedLine("plugin/json/JsonConvert.cpp", function, message);
     }
-    static std::string Cyan(const char* function, const char* needle, const std::string& message,
-                            int occurrence = 1) {
-        return CyanLine(kConvertSource, SourceLine(kConvertSource, needle, occurrence), function,
-                        message);
+    static std::string Cyan(const char* function, const std::string& message) {
+        return CyanLine("plugin/json/JsonConvert.cpp", function, message);
     }
 
     LogCapture _log;
@@ -52,18 +45,18 @@ protected:
     CommandFunc* _command = nullptr;
 };
 
-// The substitute host's text of a set holding one entry.
-inline std::string SetText(const char* key, const std::string& value) {
+// The substitute host's text of a set holding the given entries in order.
+inline std::string SetText(std::initializer_list<std::pair<const char*, std::string>> entries) {
     tavrin::base::AttrSet set;
-    set.Add(key, value.c_str());
+    for (const auto& [key, value] : entries) set.Add(key, value.c_str());
     return set.ToString(false);
 }
+inline std::string SetText(const char* key, const std::string& value) { return SetText({{key, value}}); }
 
 // An address in hexadecimal after `prefix`, as "p1" carries it.
 inline std::string HexAddress(const void* address, const char* prefix = "") {
     char text[40];
-    std::snprintf(text, sizeof text, "%s%" PRIxPTR, prefix,
-                  reinterpret_cast<std::uintptr_t>(address));
+    std::snprintf(text, sizeof text, "%s%" PRIxPTR, prefix, reinterpret_cast<std::uintptr_t>(address));
     return text;
 }
 
