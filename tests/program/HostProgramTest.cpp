@@ -5,20 +5,17 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <regex>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace {
-
-struct Outcome {
-    int status;
-    std::string out;
-    std::string err;
-};
 
 std::string Slurp(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
@@ -27,74 +24,77 @@ std::string Slurp(const std::string& path) {
     return text.str();
 }
 
-std::string TempPath(const char* what) {
-    return "/tmp/tavrin-host-test-" + std::to_string(getpid()) + "-" + what;
-}
+// A file of this run beside the test program (in the build tree), removed
+// when the object goes, whether the test passed or failed.
+class TempFile {
+public:
+    TempFile(const std::string& what, const std::string& text = "")
+        : _path((std::filesystem::read_symlink("/proc/self/exe").parent_path() /
+                 ("host-program-test-" + std::to_string(getpid()) + "-" + what))
+                    .string()) {
+        std::ofstream(_path, std::ios::binary) << text;
+    }
+    ~TempFile() { std::remove(_path.c_str()); }
+    TempFile(const TempFile&) = delete;
+    TempFile& operator=(const TempFile&) = delete;
+    const std::string& Path() const { return _path; }
 
-std::string WriteTemp(const std::string& text) {
-    const std::string path = TempPath("input.json");
-    std::ofstream(path, std::ios::binary) << text;
-    return path;
-}
+private:
+    std::string _path;
+};
 
-// Runs `tavrin-host ARGS`, with standard input from `stdinPath` when given.
-Outcome Host(const std::string& args, const std::string& stdinPath = "/dev/null") {
-    const std::string out = TempPath("out");
-    const std::string err = TempPath("err");
-    const std::string command = std::string("'") + TAVRIN_HOST_PROGRAM + "' " + args + " <'" +
-                                stdinPath + "' >'" + out + "' 2>'" + err + "'";
+struct Outcome {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+// Runs `tavrin-host ARGS` with standard input from `stdinPath`, or standard
+// output to `stdoutPath` when given.
+Outcome Host(const std::string& args, const std::string& stdinPath = "/dev/null", const char* stdoutPath = nullptr) {
+    const TempFile out("out"), err("err");
+    const std::string command = std::string("'") + TAVRIN_HOST_PROGRAM + "' " + args + " <'" + stdinPath +
+                                "' >'" + (stdoutPath ? stdoutPath : out.Path()) + "' 2>'" + err.Path() + "'";
     const int status = std::system(command.c_str());
-    Outcome run{WIFEXITED(status) ? WEXITSTATUS(status) : -1, Slurp(out), Slurp(err)};
-    std::remove(out.c_str());
-    std::remove(err.c_str());
-    return run;
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Slurp(out.Path()), Slurp(err.Path())};
+}
+Outcome HostOn(const std::string& mode, const std::string& document) {
+    const TempFile input("input.json", document);
+    return Host(mode + " '" + input.Path() + "'");
 }
 
-int Lines(const std::string& text) {
-    int lines = 0;
-    for (char c : text) lines += c == '\n';
-    return lines;
+int Lines(const std::string& text) { return static_cast<int>(std::count(text.begin(), text.end(), '\n')); }
+
+// `text` with the source line number of every log line masked as "#".
+std::string Masked(const std::string& text) {
+    return std::regex_replace(text, std::regex("(\\.cpp)/[0-9]+/"), "$1/#/");
 }
 
-const std::string kCamera = std::string(TAVRIN_SOURCE_DIR) + "/examples/camera.json";
-
-// `text` with the source line number of every log line replaced by "N".
-std::string WithoutLineNumbers(const std::string& text) {
-    static const std::regex kLine("(\\.cpp)/[0-9]+/");
-    return std::regex_replace(text, kLine, "$1/N/");
-}
-
-// One log line of JsonConvert.cpp as it reaches standard error, line number "N".
 std::string ConvertLine(bool red, const std::string& function, const std::string& message) {
-    return std::string(red ? "\033[31m" : "\033[36m") + "plugin/json/JsonConvert.cpp/N/" +
-           function + ":\t" + message + "\n\033[0m";
+    return std::string(red ? "\033[31m" : "\033[36m") + "plugin/json/JsonConvert.cpp/#/" + function + ":\t" +
+           message + "\n\033[0m";
 }
 
-TEST(HostProgramTest, ConvertPrintsTheResultAndPassesTheLogLinesUnchanged) {
-    const std::string input = WriteTemp("{\"k\":[1,2.5]}");
-    const Outcome run = Host("convert '" + input + "'");
+TEST(HostProgram, ConvertPrintsTheResultAndPassesTheLogLinesUnchanged) {
+    const Outcome run = HostOn("convert", "{\"k\":[1,2.5]}");
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, "{k=1+}\n");
     const std::string outer = "convertJsonToAttrSetString";
-    EXPECT_EQ(WithoutLineNumbers(run.err),
-              ConvertLine(false, outer, "src={\"k\":[1,2.5]}") + ConvertLine(false, outer, "") +
-                  ConvertLine(true, "convert", "") + ConvertLine(true, "convert", "") +
-                  ConvertLine(false, "convert", "1+") + ConvertLine(false, "convert", "1+") +
-                  ConvertLine(false, "convert", "{k=1+}") +
-                  ConvertLine(false, "convert", "{k=1+}") + ConvertLine(false, outer, ""));
-}
-
-TEST(HostProgramTest, ConvertReadsStandardInputWithDashOrNoFile) {
-    const std::string input = WriteTemp("[1,2]");
+    EXPECT_EQ(Masked(run.err), ConvertLine(false, outer, "src={\"k\":[1,2.5]}") + ConvertLine(false, outer, "") +
+                                   ConvertLine(true, "convert", "") + ConvertLine(true, "convert", "") +
+                                   ConvertLine(false, "convert", "1+") + ConvertLine(false, "convert", "1+") +
+                                   ConvertLine(false, "convert", "{k=1+}") +
+                                   ConvertLine(false, "convert", "{k=1+}") + ConvertLine(false, outer, ""));
+    const TempFile input("input.json", "[1,2]");
     for (const char* args : {"convert -", "convert"}) {
-        const Outcome run = Host(args, input);
-        EXPECT_EQ(run.status, 0) << args;
-        EXPECT_EQ(run.out, "1+2\n") << args;
+        const Outcome piped = Host(args, input.Path());
+        EXPECT_EQ(piped.status, 0) << args;
+        EXPECT_EQ(piped.out, "1+2\n") << args;
     }
 }
 
-TEST(HostProgramTest, ConvertOfTheCameraSample) {
-    const Outcome run = Host("convert '" + kCamera + "'");
+TEST(HostProgram, ConvertOfTheCameraSample) {
+    const Outcome run = Host("convert '" + std::string(TAVRIN_SOURCE_DIR) + "/examples/camera.json'");
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out,
               "{device=front-door,model=TC-2040,enabled=true,streams={{{name=main,codec=h265,"
@@ -105,84 +105,59 @@ TEST(HostProgramTest, ConvertOfTheCameraSample) {
               "door}+{Cam 1}}},privacy_masks={{0+0+320+180}+{1920+0+640+360}}}\n");
 }
 
-TEST(HostProgramTest, ConvertFailureExitsOneWithNothingOnStandardOutput) {
-    const std::string input = WriteTemp("{\"a\":");
-    const Outcome run = Host("convert '" + input + "'");
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.out, "");
-    EXPECT_NE(run.err.find("convertJsonToAttrSetString:\t!node.Deserialize(src)"), std::string::npos);
+TEST(HostProgram, ParseAndLegacyPrintTheirReadingOfTheDocument) {
+    const std::vector<std::tuple<const char*, const char*, const char*>> cases = {
+        {"parse", " {\"a\": [ 1 , true ] } ", "{\"a\":[1,true]}\n"},
+        {"legacy", " {\"a\": [1, null, TRUE], \"A\": 1/2, \"s\": \" x \"} ", "{\"a\":1/2,\"s\":\"x\"}\n"},
+        {"legacy", "[1 2, \"\\u0041\"]", "[12,\"A\"]\n"},
+    };
+    for (const auto& [mode, document, printed] : cases) {
+        const Outcome run = HostOn(mode, document);
+        EXPECT_EQ(run.status, 0) << document;
+        EXPECT_EQ(run.out, printed);
+        EXPECT_EQ(run.err, "");
+    }
 }
 
-TEST(HostProgramTest, ParsePrintsTheDocumentReserialized) {
-    const std::string input = WriteTemp(" {\"a\": [ 1 , true ] } ");
-    const Outcome run = Host("parse '" + input + "'");
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.out, "{\"a\":[1,true]}\n");
-    const Outcome failed = Host("parse -", WriteTemp("[1,"));
-    EXPECT_EQ(failed.status, 1);
-    EXPECT_EQ(failed.out, "");
-    EXPECT_EQ(failed.err.rfind("\033[31mplugin/json/Parser.cpp/", 0), 0u) << failed.err;
+TEST(HostProgram, RefusedDocumentsExitOneWithNothingOnStandardOutput) {
+    const std::vector<std::tuple<const char*, const char*, const char*>> cases = {
+        {"convert", "{\"a\":", "\033[31mplugin/json/JsonConvert.cpp/#/convertJsonToAttrSetString:\t!node.Deserialize(src)\n\033[0m"},
+        {"parse", "[1,", "\033[31mplugin/json/Parser.cpp/#/ParseValue:\t can't detect json type,please check string format!\n\033[0m"},
+        {"legacy", "{\"a\": 1.5}", ""}, {"legacy", "42", ""}, {"legacy", "", ""}, {"legacy", "{\"a\": \"it's\"}", ""},
+    };
+    for (const auto& [mode, document, lastLine] : cases) {
+        const Outcome run = HostOn(mode, document);
+        EXPECT_EQ(run.status, 1) << document;
+        EXPECT_EQ(run.out, "");
+        const std::string err = Masked(run.err);
+        const std::string last = lastLine;
+        EXPECT_EQ(err.substr(err.size() - std::min(err.size(), last.size())), last) << document;
+        EXPECT_EQ(err.empty(), last.empty()) << document;
+    }
 }
 
-TEST(HostProgramTest, UnreadableFileExitsTwoWithOneLine) {
-    const Outcome run = Host("convert /nonexistent/doc.json");
-    EXPECT_EQ(run.status, 2);
-    EXPECT_EQ(run.out, "");
-    EXPECT_EQ(Lines(run.err), 1);
-    EXPECT_NE(run.err.find("/nonexistent/doc.json"), std::string::npos);
-}
-
-TEST(HostProgramTest, UnwritableOutputExitsTwoWithOneLine) {
-    const std::string err = TempPath("err");
-    const std::string command = std::string("'") + TAVRIN_HOST_PROGRAM + "' parse '" +
-                                WriteTemp("[1,2]") + "' >/dev/full 2>'" + err + "'";
-    const int status = std::system(command.c_str());
-    EXPECT_EQ(WIFEXITED(status) ? WEXITSTATUS(status) : -1, 2);
-    EXPECT_EQ(Slurp(err), "tavrin-host: cannot write standard output\n");
-    std::remove(err.c_str());
-}
-
-TEST(HostProgramTest, BadCommandLinesExitTwoWithOneLine) {
-    for (const char* args : {"", "frobnicate", "convert a b"}) {
+TEST(HostProgram, BadCommandLinesAndFilesExitTwoWithOneLine) {
+    for (const char* args : {"", "frobnicate", "convert a b", "convert /nonexistent/doc.json",
+                             "legacy /nonexistent/doc.json"}) {
         const Outcome run = Host(args);
         EXPECT_EQ(run.status, 2) << args;
         EXPECT_EQ(run.out, "") << args;
         EXPECT_EQ(Lines(run.err), 1) << args;
     }
     EXPECT_NE(Host("frobnicate").err.find("unknown mode 'frobnicate'"), std::string::npos);
+    EXPECT_NE(Host("convert /nonexistent/doc.json").err.find("/nonexistent/doc.json"), std::string::npos);
+    const TempFile input("input.json", "[1,2]");
+    const Outcome full = Host("parse '" + input.Path() + "'", "/dev/null", "/dev/full");
+    EXPECT_EQ(full.status, 2);
+    EXPECT_EQ(full.err, "tavrin-host: cannot write standard output\n");
 }
 
-TEST(HostProgramTest, HelpDescribesTheModes) {
+TEST(HostProgram, HelpDescribesTheModes) {
     const Outcome run = Host("--help");
     EXPECT_EQ(run.status, 0);
-    EXPECT_NE(run.out.find("\n  convert "), std::string::npos);
-    EXPECT_NE(run.out.find("\n  parse "), std::string::npos);
-    EXPECT_NE(run.out.find("\n  legacy "), std::string::npos);
+    for (const char* mode : {"\n  convert ", "\n  parse ", "\n  legacy "})
+        EXPECT_NE(run.out.find(mode), std::string::npos) << mode;
     EXPECT_EQ(run.err, "");
-}
-
-TEST(HostProgramTest, LegacyPrintsTheLegacyReadingOfTheDocument) {
-    const std::string input = WriteTemp(" {\"a\": [1, null, TRUE], \"A\": 1/2, \"s\": \" x \"} ");
-    const Outcome run = Host("legacy '" + input + "'");
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.out, "{\"a\":1/2,\"s\":\"x\"}\n");
-    EXPECT_EQ(run.err, "");
-    const Outcome piped = Host("legacy -", WriteTemp("[1 2, \"\\u0041\"]"));
-    EXPECT_EQ(piped.status, 0);
-    EXPECT_EQ(piped.out, "[12,\"A\"]\n");
-}
-
-TEST(HostProgramTest, LegacyFailureExitsOneWithNothingOnStandardOutput) {
-    for (const char* text : {"{\"a\": 1.5}", "42", "", "{\"a\": \"it's\"}"}) {
-        const Outcome run = Host("legacy -", WriteTemp(text));
-        EXPECT_EQ(run.status, 1) << text;
-        EXPECT_EQ(run.out, "") << text;
-        EXPECT_EQ(run.err, "") << text;
-    }
-    const Outcome missing = Host("legacy /nonexistent/doc.json");
-    EXPECT_EQ(missing.status, 2);
-    EXPECT_EQ(missing.out, "");
-    EXPECT_EQ(Lines(missing.err), 1);
 }
 
 }  // namespace
