@@ -18,14 +18,14 @@ namespace {
 using tavrin::plugin::json::Node;
 using namespace tavrin::test;  // random trees, log capture, small stack
 
-// Writes `tree`, reads the text back, and checks the new tree equals `tree`
-// and writes the same text. Nothing may be logged.
+// Writes `tree`, reads the text back, and checks the new tree writes the same
+// text (each kind writes a text of its own, doubles in a form that reads back
+// bit for bit, so equal texts mean equal trees). Nothing may be logged.
 void ExpectRoundTrip(const Node& tree) {
     LogCapture log;
     const std::string text = Node(tree).Serialize();
     Node read;
     ASSERT_TRUE(read.Deserialize(text)) << text.substr(0, 200);
-    EXPECT_EQ(TreeDifference(tree, read), "") << text.substr(0, 200);
     EXPECT_EQ(read.Serialize(), text);
     EXPECT_EQ(log.Text(), "");
 }

@@ -39,9 +39,4 @@ private:
     std::mt19937 _random;
 };
 
-// "" when the two trees are equal (same kinds, values, key texts and order;
-// doubles bit for bit), else a description of the first difference.
-std::string TreeDifference(const tavrin::plugin::json::Node& a,
-                           const tavrin::plugin::json::Node& b);
-
 }  // namespace tavrin::test

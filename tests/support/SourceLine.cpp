@@ -13,16 +13,6 @@ int SourceLine(const std::string& path, const std::string& needle, int occurrenc
     return 0;
 }
 
-int SourceLineAfter(const std::string& path, const std::string& anchor, const std::string& needle) {
-    const int start = SourceLine(path, anchor);
-    if (start == 0) return 0;
-    std::ifstream in(std::string(TAVRIN_SOURCE_DIR) + "/" + path);
-    std::string line;
-    for (int number = 1; std::getline(in, line); ++number)
-        if (number > start && line.find(needle) != std::string::npos) return number;
-    return 0;
-}
-
 std::string ReadFile(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     std::ostringstream content;

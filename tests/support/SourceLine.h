@@ -10,11 +10,6 @@ namespace tavrin::test {
 // without hard-coding it.
 int SourceLine(const std::string& path, const std::string& needle, int occurrence = 1);
 
-// The line number of the first line containing `needle` after the first line
-// containing `anchor` (for example a function's signature); 0 when there is
-// none. Finds a message that several functions of one file share.
-int SourceLineAfter(const std::string& path, const std::string& anchor, const std::string& needle);
-
 // The whole content of a file, or an empty text when it cannot be read.
 std::string ReadFile(const std::string& path);
 
