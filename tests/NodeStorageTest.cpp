@@ -222,14 +222,4 @@ TEST(NodeStorage, DoublesReadBackExactly) {
     }
 }
 
-TEST(NodeStorage, InfinitiesAndNegativeZeroReadBack) {
-    LogCapture log;
-    Node back;
-    ASSERT_TRUE(back.Deserialize("[1e999,-1e999,-0.0]"));
-    EXPECT_EQ(back[0].As<double>(), std::numeric_limits<double>::infinity());
-    EXPECT_EQ(back[1].As<double>(), -std::numeric_limits<double>::infinity());
-    EXPECT_TRUE(std::signbit(back[2].As<double>()));
-    EXPECT_EQ(log.Text(), "");
-}
-
 }  // namespace
