@@ -42,6 +42,10 @@ TEST(ParserCursor, ReadsUpToTheTerminatorAndLogsEveryReadPastIt) {
     EXPECT_EQ(parser.GetNextChar(), 0);
     EXPECT_EQ(log.Text(), "");
     EXPECT_STREQ(Parser()._text, " ");
+    Parser placed("ab");  // a cursor put on the terminator: reads there end the text
+    placed._pos = 2;
+    EXPECT_EQ(placed.GetNextChar(), 0);
+    EXPECT_TRUE(placed.EOL());
 }
 
 TEST(ParserCursor, RetractConcatAndSkipSpaces) {
