@@ -43,6 +43,10 @@ TEST(ParserCursor, ReadsUpToTheTerminatorAndLogsEveryReadPastIt) {
     placed._pos = 2;
     EXPECT_EQ(placed.GetNextChar(), 0);
     EXPECT_TRUE(placed.EOL());
+    log.Reset();
+    placed.SkipSpaces();  // at the end, skipping reads past it once
+    EXPECT_TRUE(placed.EOL());
+    EXPECT_EQ(log.Lines(), pastEnd);
 }
 
 TEST(ParserCursor, RetractConcatAndSkipSpaces) {
