@@ -82,3 +82,8 @@ libtavrin.so, kept in a directory of its own (/usr/${TAVRIN_INSTALL_PRIVATE_LIBD
 so that it never takes the place of the real framework.")
 
 include(CPack)
+
+# The compiler and flags of this build, for the consumer that
+# tests/package/check-debs.sh builds against the packages.
+file(CONFIGURE OUTPUT ${CPACK_PACKAGE_DIRECTORY}/consumer-compiler
+  CONTENT "${CMAKE_CXX_COMPILER} ${CMAKE_CXX_FLAGS}\n")
