@@ -118,6 +118,7 @@ Parser::Parser(const char* text)
       _pos(-1),
       _token(' '),
       _first(true),
+      _failedAhead(false),
       _maxDepth(kDefaultMaxDepth),
       _depth(0),
       _classifiedText(nullptr),
@@ -130,6 +131,10 @@ Parser& Parser::operator=(const Parser& other) = default;
 Parser::~Parser() = default;
 
 void Parser::SetMaxDepth(int depth) { _maxDepth = depth < 1 ? 1 : depth; }
+
+// Every reader gives up as soon as a read fails, so the cursor still stands
+// where the first failure left it.
+int Parser::FailureOffset() const { return _failedAhead ? _pos + 1 : _pos; }
 
 // ---- cursor ----------------------------------------------------------------
 
@@ -199,6 +204,7 @@ bool Parser::EOL() const { return _token == '\0'; }
         kind = NumberKind();
     else
         TAVRIN_LOG_ERROR("can't detect the type of", _text, ",please check string format!");
+    _failedAhead = kind == nullptr;
     Retract();
     return kind;
 }
@@ -409,6 +415,7 @@ Node* Parser::ParseValue() {
     SkipSpaces();
     const std::type_info* kind = TypeDetect();
     if (_first && !IsContainerKind(kind)) {
+        _failedAhead = true;
         TAVRIN_LOG_ERROR(" can't find \"{\" or \"[\", please check string format!");
         return Failure();
     }
@@ -431,6 +438,7 @@ Node* Parser::ParseValue() {
 // A failed element has logged its own line; the array adds none.
 Node* Parser::ParseArray() {
     if (_depth >= _maxDepth) {
+        _failedAhead = true;
         TAVRIN_LOG_ERROR(" nesting deeper than ", _maxDepth, " levels, please check string format!");
         return Failure();
     }
@@ -461,6 +469,7 @@ Node* Parser::ParseArray() {
 // logged by ParseSpecific.
 Node* Parser::ParseObject() {
     if (_depth >= _maxDepth) {
+        _failedAhead = true;
         TAVRIN_LOG_ERROR(" nesting deeper than ", _maxDepth, " levels, please check string format!");
         return Failure();
     }
