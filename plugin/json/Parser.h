@@ -93,9 +93,6 @@ private:
     // current (in _token) afterwards. Logs nothing: the number readers log
     // their own messages for the two failures.
     IntegerPart ReadIntegerPart();
-    // Takes the plain characters of a string (no quote, backslash or control
-    // character) that follow the cursor into _buffer in one step.
-    void TakePlainRun();
 
     int _maxDepth;
     // Number of arrays and objects being read around the cursor.
