@@ -17,8 +17,8 @@
 #   LIBDIR/pkgconfig/pluginjson.pc
 #   LIBDIR/tavrin-host/libtavrin.so  the substitute framework
 #   bin/tavrin-host
-# Headers in internal/ folders are the code's private parts and are never
-# installed. A program elsewhere uses the plug-in with
+# Headers in internal/ and common/ folders are the code's private parts and
+# are never installed. A program elsewhere uses the plug-in with
 #
 #   find_package(TavrinPluginJson 1.0 REQUIRED)
 #   target_link_libraries(app PRIVATE Tavrin::pluginjson Tavrin::tavrin)
@@ -50,13 +50,15 @@ install(TARGETS tavrin tavrin-host
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 
 # tavrin_install_headers(<source folder> <destination under the include root>
-#                        <component>): the folder's headers, internal/ excluded.
+#                        <component>): the folder's headers, private folders
+#                        excluded.
 function(tavrin_install_headers source destination component)
   install(DIRECTORY ${source}/
     DESTINATION ${TAVRIN_INSTALL_INCLUDEDIR}/${destination}
     COMPONENT ${component}
     FILES_MATCHING PATTERN "*.h"
-    PATTERN internal EXCLUDE)
+    PATTERN internal EXCLUDE
+    PATTERN common EXCLUDE)
 endfunction()
 tavrin_install_headers(${PROJECT_SOURCE_DIR}/base/base base development)
 tavrin_install_headers(${PROJECT_SOURCE_DIR}/plugin/json json development)

@@ -6,7 +6,7 @@
 #   - file lists (dpkg-deb --contents): the runtime package holds
 #     libpluginjson.so only, the development package the public headers, the
 #     CMake package and pluginjson.pc, the tools package tavrin-host and the
-#     substitute framework in its own directory; no internal/ header;
+#     substitute framework in its own directory; no private header;
 #   - the plug-in needs only the standard runtime libraries; in armhf
 #     packages every ELF file is ARM EABI5 hard-float;
 #   - unpacked into a scratch root (dpkg-deb -x): a plain compiler line with
@@ -44,7 +44,7 @@ files() {
   list=$(dpkg-deb --contents "$(deb "$package")" | awk '$1 !~ /^d/ {print $6}' | sed 's|^\./||')
   while IFS= read -r file; do
     [[ "$file" =~ ^($allowed)$ ]] || fail "$package holds $file"
-    [[ "$file" != */internal/* ]] || fail "$package holds the internal header $file"
+    [[ ! "$file" =~ /(internal|common)/ ]] || fail "$package holds the private header $file"
   done <<<"$list"
   for file in "$@"; do grep -qxF "$file" <<<"$list" || fail "$package lacks $file"; done
   ok "$package: $(wc -l <<<"$list") files"
