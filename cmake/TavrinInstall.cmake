@@ -1,47 +1,77 @@
-# Installation: the public headers, both libraries, tavrin-host and a CMake
-# package, so that a program elsewhere can use the plug-in with
+# Installation of the public API only, in three components that
+# cmake/TavrinPackage.cmake turns into Debian packages:
+#   runtime      libpluginjson.so
+#   development  the public headers, the CMake package, pluginjson.pc
+#   tools        tavrin-host with the substitute framework libtavrin.so it
+#                needs (in a directory of its own, so that it never takes
+#                the place of a real framework's library), the substitute's
+#                headers and its CMake targets
+# Layout under the prefix (LIBDIR is lib unless CMAKE_INSTALL_LIBDIR says
+# otherwise):
+#   include/pluginjson/base/         framework header pieces  (#include "base/X.h")
+#   include/pluginjson/json/         plug-in headers          (#include "json/X.h")
+#   include/pluginjson/json/legacy/  the json:: value library's headers
+#   include/pluginjson/host/         the substitute framework's own API
+#   LIBDIR/libpluginjson.so
+#   LIBDIR/cmake/TavrinPluginJson/   the CMake package
+#   LIBDIR/pkgconfig/pluginjson.pc
+#   LIBDIR/tavrin-host/libtavrin.so  the substitute framework
+#   bin/tavrin-host
+# Headers in internal/ and common/ folders are the code's private parts and
+# are never installed. A program elsewhere uses the plug-in with
 #
 #   find_package(TavrinPluginJson 1.0 REQUIRED)
 #   target_link_libraries(app PRIVATE Tavrin::pluginjson Tavrin::tavrin)
 #
-# Layout under the prefix:
-#   include/base/     framework header pieces        (#include "base/X.h")
-#   include/json/     plug-in headers                (#include "json/X.h")
-#   include/json/legacy/  the json:: value library's headers
-#   include/host/     substitute framework's own API (#include "host/X.h")
-#   lib/              libpluginjson.so, libtavrin.so, cmake/TavrinPluginJson/
-#   bin/              tavrin-host
-# Targets: Tavrin::headers (include paths only), Tavrin::pluginjson (the
+# Targets: Tavrin::headers (include paths only) and Tavrin::pluginjson (the
 # plug-in; it leaves the framework symbols to the process, so a program that
-# is not itself a framework host also links Tavrin::tavrin), Tavrin::tavrin
-# (the substitute framework) and Tavrin::tavrin-host (the host program).
+# is not itself a framework host also links a framework); with the tools
+# component also Tavrin::tavrin (the substitute framework) and
+# Tavrin::tavrin-host.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(TAVRIN_PACKAGE TavrinPluginJson)
 set(TAVRIN_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/${TAVRIN_PACKAGE})
+set(TAVRIN_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/pluginjson)
+set(TAVRIN_INSTALL_PRIVATE_LIBDIR ${CMAKE_INSTALL_LIBDIR}/tavrin-host)
 
 set_target_properties(tavrin_headers PROPERTIES EXPORT_NAME headers)
-set(TAVRIN_INSTALLED_TARGETS tavrin_headers pluginjson tavrin tavrin-host)
-set_target_properties(tavrin-host PROPERTIES
-  INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
-
-install(TARGETS ${TAVRIN_INSTALLED_TARGETS}
+install(TARGETS tavrin_headers pluginjson
   EXPORT ${TAVRIN_PACKAGE}Targets
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime
+  INCLUDES DESTINATION ${TAVRIN_INSTALL_INCLUDEDIR})
 
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/base/base/
-  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/base FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/plugin/json/
-  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/json FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/host/include/host/
-  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/host FILES_MATCHING PATTERN "*.h")
+set_target_properties(tavrin-host PROPERTIES INSTALL_RPATH
+  "$ORIGIN/../${TAVRIN_INSTALL_PRIVATE_LIBDIR};$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+install(TARGETS tavrin tavrin-host
+  EXPORT TavrinHostTargets
+  LIBRARY DESTINATION ${TAVRIN_INSTALL_PRIVATE_LIBDIR} COMPONENT tools
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+
+# tavrin_install_headers(<source folder> <destination under the include root>
+#                        <component>): the folder's headers, private folders
+#                        excluded.
+function(tavrin_install_headers source destination component)
+  install(DIRECTORY ${source}/
+    DESTINATION ${TAVRIN_INSTALL_INCLUDEDIR}/${destination}
+    COMPONENT ${component}
+    FILES_MATCHING PATTERN "*.h"
+    PATTERN internal EXCLUDE
+    PATTERN common EXCLUDE)
+endfunction()
+tavrin_install_headers(${PROJECT_SOURCE_DIR}/base/base base development)
+tavrin_install_headers(${PROJECT_SOURCE_DIR}/plugin/json json development)
+tavrin_install_headers(${PROJECT_SOURCE_DIR}/host/include/host host tools)
 
 install(EXPORT ${TAVRIN_PACKAGE}Targets
   NAMESPACE Tavrin::
-  DESTINATION ${TAVRIN_PACKAGE_DIR})
+  DESTINATION ${TAVRIN_PACKAGE_DIR}
+  COMPONENT development)
+install(EXPORT TavrinHostTargets
+  NAMESPACE Tavrin::
+  DESTINATION ${TAVRIN_PACKAGE_DIR}
+  COMPONENT tools)
 configure_package_config_file(
   ${PROJECT_SOURCE_DIR}/cmake/${TAVRIN_PACKAGE}Config.cmake.in
   ${PROJECT_BINARY_DIR}/${TAVRIN_PACKAGE}Config.cmake
@@ -52,4 +82,18 @@ write_basic_package_version_file(
 install(FILES
   ${PROJECT_BINARY_DIR}/${TAVRIN_PACKAGE}Config.cmake
   ${PROJECT_BINARY_DIR}/${TAVRIN_PACKAGE}ConfigVersion.cmake
-  DESTINATION ${TAVRIN_PACKAGE_DIR})
+  DESTINATION ${TAVRIN_PACKAGE_DIR}
+  COMPONENT development)
+
+# pluginjson.pc names its paths relative to its own folder, so the same file
+# serves an installation under any prefix and a copy unpacked into a root
+# file system image.
+set(TAVRIN_PKGCONFIG_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH TAVRIN_PKGCONFIG_TO_PREFIX
+  /prefix/${TAVRIN_PKGCONFIG_DIR} /prefix)
+string(REGEX REPLACE "/$" "" TAVRIN_PKGCONFIG_TO_PREFIX ${TAVRIN_PKGCONFIG_TO_PREFIX})
+configure_file(${PROJECT_SOURCE_DIR}/cmake/pluginjson.pc.in
+  ${PROJECT_BINARY_DIR}/pluginjson.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/pluginjson.pc
+  DESTINATION ${TAVRIN_PKGCONFIG_DIR}
+  COMPONENT development)

@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Installs the Debian packages a make target needs, when they are missing.
-# Usage: scripts/deps.sh GROUP...   (groups: base arm fuzz bench valgrind locales)
+# Usage: scripts/deps.sh GROUP...   (groups: base arm package fuzz bench valgrind locales)
 set -euo pipefail
 
 packages_for() {
   case "$1" in
     base) echo "cmake ninja-build g++ libgtest-dev libbenchmark-dev python3 locales binutils" ;;
     arm) echo "g++-arm-linux-gnueabihf qemu-user binutils-arm-linux-gnueabihf" ;;
+    package) echo "dpkg-dev pkgconf" ;;
     fuzz) echo "clang libclang-rt-14-dev" ;;
     bench) echo "rapidjson-dev nlohmann-json3-dev libjsoncpp-dev libsimdjson-dev python3-matplotlib" ;;
     valgrind) echo "valgrind" ;;

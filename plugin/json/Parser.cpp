@@ -141,6 +141,7 @@ Parser::Parser(const char* text)
       _pos(-1),
       _token(' '),
       _first(true),
+      _failedAhead(false),
       _maxDepth(kDefaultMaxDepth),
       _depth(0),
       _classifiedText(nullptr),
@@ -153,6 +154,10 @@ Parser& Parser::operator=(const Parser& other) = default;
 Parser::~Parser() = default;
 
 void Parser::SetMaxDepth(int depth) { _maxDepth = depth < 1 ? 1 : depth; }
+
+// Every reader gives up as soon as a read fails, so the cursor still stands
+// where the first failure left it.
+int Parser::FailureOffset() const { return _failedAhead ? _pos + 1 : _pos; }
 
 // ---- cursor ----------------------------------------------------------------
 
@@ -222,6 +227,7 @@ bool Parser::EOL() const { return _token == '\0'; }
         kind = NumberKind();
     else
         TAVRIN_LOG_ERROR(msg::kUnknownType, _text, msg::kUnknownTypeEnd);
+    _failedAhead = kind == nullptr;
     Retract();
     return kind;
 }
@@ -415,6 +421,7 @@ Node* Parser::ParseValue() {
     SkipSpaces();
     const std::type_info* kind = TypeDetect();
     if (_first && !IsContainerKind(kind)) {
+        _failedAhead = true;
         TAVRIN_LOG_ERROR(msg::kTopLevelNotContainer);
         return Failure();
     }
@@ -437,6 +444,7 @@ Node* Parser::ParseValue() {
 // A failed element has logged its own line; the array adds none.
 Node* Parser::ParseArray() {
     if (_depth >= _maxDepth) {
+        _failedAhead = true;
         TAVRIN_LOG_ERROR(msg::kTooDeep, _maxDepth, msg::kTooDeepEnd);
         return Failure();
     }
@@ -467,6 +475,7 @@ Node* Parser::ParseArray() {
 // logged by ParseSpecific.
 Node* Parser::ParseObject() {
     if (_depth >= _maxDepth) {
+        _failedAhead = true;
         TAVRIN_LOG_ERROR(msg::kTooDeep, _maxDepth, msg::kTooDeepEnd);
         return Failure();
     }

@@ -119,20 +119,72 @@ TEST(HostProgram, ParseAndLegacyPrintTheirReadingOfTheDocument) {
     }
 }
 
+// The last `length` characters of `text` (all of it when shorter).
+std::string Ending(const std::string& text, std::size_t length) {
+    return text.substr(text.size() - std::min(text.size(), length));
+}
+
+// What tavrin-host adds after the plug-in's lines when a document breaks.
+std::string Diagnostic(const std::string& where, const std::string& source, const std::string& indent) {
+    return where + ": error: the document stops being valid here\n" + source + "\n" + indent + "^\n";
+}
+
 TEST(HostProgram, RefusedDocumentsExitOneWithNothingOnStandardOutput) {
-    const std::vector<std::tuple<const char*, const char*, const char*>> cases = {
-        {"convert", "{\"a\":", "\033[31mplugin/json/JsonConvert.cpp/#/convertJsonToAttrSetString:\t!node.Deserialize(src)\n\033[0m"},
-        {"parse", "[1,", "\033[31mplugin/json/Parser.cpp/#/ParseValue:\t can't detect json type,please check string format!\n\033[0m"},
-        {"legacy", "{\"a\": 1.5}", ""}, {"legacy", "42", ""}, {"legacy", "", ""}, {"legacy", "{\"a\": \"it's\"}", ""},
+    const TempFile input("input.json", "[1 2]");
+    const Outcome parse = Host("parse '" + input.Path() + "'");
+    EXPECT_EQ(parse.status, 1);
+    EXPECT_EQ(parse.out, "");
+    EXPECT_EQ(Masked(parse.err), "\033[31mplugin/json/Parser.cpp/#/ParseArray:\tcan't find \"]\", Array format "
+                                  "error:[1 2]\n\033[0m" + Diagnostic(input.Path() + ":1:4", "[1 2]", "   "));
+    for (const char* text : {"{\"a\": 1.5}", "42", "", "{\"a\": \"it's\"}"}) {
+        const Outcome run = HostOn("legacy", text);
+        EXPECT_EQ(run.status, 1) << text;
+        EXPECT_EQ(run.out + run.err, "") << text;
+    }
+}
+
+TEST(HostProgram, TheDiagnosticNamesTheDocumentAndPutsTheCaretUnderItsColumn) {
+    const std::vector<std::tuple<const char*, const char*, const char*, const char*>> cases = {
+        {"{\n\t\"n\xC3\xA4me\": 1 \"b\": 2}\n", "2:13", "\t\"n\xC3\xA4me\": 1 \"b\": 2}", "\t          "},
+        {"{\"a\":1,\n", "2:1", "", ""},
+        {"\n  5\n", "2:3", "  5", "  "},
+        {"[\"a\", \"b]\n[", "1:10", "[\"a\", \"b]", "         "},
     };
-    for (const auto& [mode, document, lastLine] : cases) {
-        const Outcome run = HostOn(mode, document);
-        EXPECT_EQ(run.status, 1) << document;
-        EXPECT_EQ(run.out, "");
-        const std::string err = Masked(run.err);
-        const std::string last = lastLine;
-        EXPECT_EQ(err.substr(err.size() - std::min(err.size(), last.size())), last) << document;
-        EXPECT_EQ(err.empty(), last.empty()) << document;
+    for (const auto& [document, where, source, indent] : cases) {
+        const TempFile input("input.json", document);
+        const std::string expected = Diagnostic(input.Path() + ":" + where, source, indent);
+        EXPECT_EQ(Ending(Host("parse '" + input.Path() + "'").err, expected.size()), expected) << document;
+    }
+    const TempFile input("input.json", "[1,\n x]");
+    for (const std::string mode : {"parse", "convert"}) {
+        for (const std::string& file : {"'" + input.Path() + "'", std::string("-"), std::string()}) {
+            const Outcome run = Host(mode + " " + file, input.Path());
+            const std::string name = file.empty() || file == "-" ? "<stdin>" : input.Path();
+            const std::string expected = Diagnostic(name + ":2:2", " x]", " ");
+            EXPECT_EQ(run.status, 1) << mode << file;
+            EXPECT_EQ(run.out, "") << mode << file;
+            // Right after the plug-in's last line, which ends in the colour reset "...m".
+            EXPECT_EQ(Ending(run.err, expected.size() + 1), "m" + expected) << mode << file;
+        }
+    }
+}
+
+TEST(HostProgram, OnlyATerminalWithoutNoColorGetsColours) {
+    const TempFile input("input.json", "[1 2]"), out("shell");
+    const std::string run = std::string("'") + TAVRIN_HOST_PROGRAM + "' parse '" + input.Path() + "'";
+    const std::string onTerminal = "script -qec \"" + run + " >/dev/null\" /dev/null </dev/null";
+    const std::string plain = Diagnostic(input.Path() + ":1:4", "[1 2]", "   ");
+    const std::string coloured = "\033[1m" + input.Path() + ":1:4: \033[31merror:\033[0m the document "
+                                 "stops being valid here\n[1 2]\n   \033[1;32m^\033[0m\n";
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"env -u NO_COLOR " + onTerminal, coloured},
+        {"NO_COLOR=1 " + onTerminal, plain},
+        {"env -u NO_COLOR " + run + " 2>&1 >/dev/null | cat", plain},
+    };
+    for (const auto& [command, expected] : cases) {
+        std::system((command + " >'" + out.Path() + "'").c_str());
+        const std::string text = std::regex_replace(Slurp(out.Path()), std::regex("\r\n"), "\n");
+        EXPECT_EQ(Ending(text, expected.size() + 1), "m" + expected) << command;
     }
 }
 
@@ -152,12 +204,16 @@ TEST(HostProgram, BadCommandLinesAndFilesExitTwoWithOneLine) {
     EXPECT_EQ(full.err, "tavrin-host: cannot write standard output\n");
 }
 
-TEST(HostProgram, HelpDescribesTheModes) {
-    const Outcome run = Host("--help");
-    EXPECT_EQ(run.status, 0);
+TEST(HostProgram, HelpAndVersion) {
+    const Outcome help = Host("--help");
+    EXPECT_EQ(help.status, 0);
     for (const char* mode : {"\n  convert ", "\n  parse ", "\n  legacy "})
-        EXPECT_NE(run.out.find(mode), std::string::npos) << mode;
-    EXPECT_EQ(run.err, "");
+        EXPECT_NE(help.out.find(mode), std::string::npos) << mode;
+    EXPECT_EQ(help.err, "");
+    const Outcome version = Host("--version");
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.out, "tavrin-host " TAVRIN_VERSION "\nplug-in pluginjson@version:1.0.1.*.6872\n");
+    EXPECT_EQ(version.err, "");
 }
 
 }  // namespace

@@ -130,8 +130,9 @@ std::uint32_t KeyHash(std::string_view key) {
 
 // The position of the key's entry, found the way the table's operator[]
 // finds it (first entry of the key's case-folded hash); a new entry holding
-// Value() is appended when there is none.
-std::size_t EntryFor(Object::Table& entries, PositionIndex& index, std::string_view key) {
+// Value() is appended when there is none. Out of line: the key's string is
+// made here, not in the frames that recur once per nesting level.
+[[gnu::noinline]] std::size_t EntryFor(Object::Table& entries, PositionIndex& index, std::string_view key) {
     const std::uint32_t hash = KeyHash(key);
     const std::size_t found = index.Find(entries, hash);
     if (found != entries.size()) return found;
