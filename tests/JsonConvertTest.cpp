@@ -131,7 +131,9 @@ TEST_F(JsonConvert, DeepestAdmittedDocumentsConvertOnASmallStack) {
     const std::vector<std::pair<std::string, bool>> cases = {
         {NestedArrays(bound, "1"), true}, {NestedObjects(bound), true}, {AlternatingNesting(bound), true},
         {AlternatingNesting(bound + 1), false}};
-    for (const auto& [document, converts] : cases) {
+    for (const auto& testCase : cases) {
+        const std::string& document = testCase.first;
+        const bool converts = testCase.second;
         bool converted = !converts;
         std::string out;
         ASSERT_TRUE(RunOnStack(256 * 1024, [&] { converted = Convert(document.c_str(), out); }));
