@@ -51,7 +51,7 @@ TEST(ParserRoundTrip, DeepAndWideDocumentsReadBackEqual) {
 }
 
 std::string SharedFile(const std::string& name) {
-    return tavrin::test::ReadFile(std::string(TAVRIN_SHARED_DIR) + "/" + name);
+    return tavrin::test::ReadFile(std::string(TAVRIN_DATA_DIR) + "/" + name);
 }
 
 TEST(ParserRoundTrip, BenchmarkCorpusParsesAndReadsBackEqual) {
@@ -71,7 +71,7 @@ TEST(ParserRoundTrip, BenchmarkCorpusParsesAndReadsBackEqual) {
 
 std::vector<std::filesystem::path> TestDataFiles() {
     std::vector<std::filesystem::path> files;
-    const std::filesystem::path root = std::string(TAVRIN_SHARED_DIR) + "/testdata";
+    const std::filesystem::path root = std::string(TAVRIN_DATA_DIR) + "/testdata";
     for (const auto& entry : std::filesystem::recursive_directory_iterator(root))
         if (entry.is_regular_file() && entry.path().extension() == ".json") files.push_back(entry.path());
     return files;
