@@ -1,13 +1,16 @@
-#include "support/QuietLog.h"
+#include "support/DiscardLog.h"
+
+#include <cstdint>
 
 #include "base/ostream.h"
 
-namespace tavrin::bench {
+namespace tavrin::test {
 
 namespace {
 
 class DiscardStream final : public tavrin::base::ostream {
 public:
+    using tavrin::base::ostream::operator<<;
     ostream& operator<<(char) override { return *this; }
     ostream& operator<<(int) override { return *this; }
     ostream& operator<<(long long) override { return *this; }
@@ -15,10 +18,11 @@ public:
     ostream& operator<<(const char*) override { return *this; }
 };
 
-DiscardStream gDiscard;
-
 }  // namespace
 
-void SilenceLog() { tavrin::base::cout = &gDiscard; }
+void DiscardLog() {
+    static DiscardStream discard;
+    tavrin::base::cout = &discard;
+}
 
-}  // namespace tavrin::bench
+}  // namespace tavrin::test
