@@ -7,10 +7,8 @@
 
 #include "base/Fraction.h"
 #include "base/Log.h"
-#include "base/Reflect.h"
 #include "base/ToString.h"
 #include "base/ostream.h"
-#include "host/ReflectLog.h"
 #include "support/LogCapture.h"
 
 using tavrin::base::Fraction;
@@ -59,8 +57,6 @@ std::pair<std::string, bool> Read(const char* text) {
     const bool ok = fraction.From(text);
     return {Text(fraction), ok};
 }
-
-void Entry(const char*) {}
 
 }  // namespace
 
@@ -153,15 +149,4 @@ TEST(HostFraction, MalformedOrOutOfRangeTextGivesZeroOverOne) {
                              "1/99999999999999999999"})
         EXPECT_EQ(Read(text), std::make_pair(std::string("0/1"), false)) << text;
     EXPECT_EQ(Read(nullptr), std::make_pair(std::string("0/1"), false));
-}
-
-TEST(HostReflect, RecordsRegistrations) {
-    const std::size_t before = tavrin::host::ReflectCalls().size();
-    EXPECT_EQ(ReflectAdd(Entry, 3, "HostServicesTestEntry"), before + 1);
-    const auto calls = tavrin::host::ReflectCalls();
-    ASSERT_EQ(calls.size(), before + 1);
-    EXPECT_EQ(calls.back().name, "HostServicesTestEntry");
-    EXPECT_EQ(calls.back().flags, 3);
-    EXPECT_EQ(tavrin::host::FindReflected("HostServicesTestEntry"), &Entry);
-    EXPECT_EQ(tavrin::host::FindReflected("NoSuchEntry"), nullptr);
 }

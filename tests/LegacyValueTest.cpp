@@ -253,15 +253,6 @@ TEST(LegacyObject, KeysDifferingInCaseNameOneEntryWithTheFirstKeyText) {
     EXPECT_EQ(o.find("other"), o.end());
 }
 
-TEST(LegacyObject, MissingKeysAreAppendedInOrder) {
-    json::Value v = ObjectWith({"z", "a", "m"});
-    json::Value& created = v["new"];
-    EXPECT_EQ(created.GetType(), json::NullVal);
-    std::string order;
-    for (const auto& entry : v.ToObject()) order += entry.key + ",";
-    EXPECT_EQ(order, "z,a,m,new,");
-}
-
 TEST(LegacyObject, HasKeysGivesThePositionOfTheFirstMissingKey) {
     const json::Value v = ObjectWith({"a", "b"});
     EXPECT_EQ(v.HasKeys(std::vector<std::string>{"a", "zz", "b"}), 1);
