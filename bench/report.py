@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Turns the benchmark programs' JSON output into the results section of
-bench/README.md and the bar chart bench/results.png.
+"""Turns the benchmark programs' JSON output into bench/RESULTS.md and the
+bar chart bench/results.png.
 
-Usage: report.py TIMING.json MEMORY.json [--readme bench/README.md]
+Usage: report.py TIMING.json MEMORY.json [--results bench/RESULTS.md]
                  [--png bench/results.png]
 
 Benchmark names are "workload/library/document" (parse, serialize, convert,
@@ -19,7 +19,12 @@ from collections import defaultdict
 OURS = "tavrin"
 LEGACY = "tavrin-legacy"
 LIBRARIES = [OURS, LEGACY, "rapidjson", "nlohmann", "jsoncpp", "simdjson"]
-BEGIN, END = "<!-- results:begin -->", "<!-- results:end -->"
+RESULTS_HEADER = """# Benchmark results
+
+Written by `make bench` (`bench/report.py`); edit nothing here by hand. What is measured and
+how to read it: `README.md` beside this file.
+
+"""
 COLOURS = {OURS: "tab:blue", LEGACY: "tab:cyan", "rapidjson": "tab:green",
            "nlohmann": "tab:red", "jsoncpp": "tab:purple", "simdjson": "tab:gray"}
 
@@ -245,26 +250,23 @@ def chart(timing, path):
     fig.savefig(path, dpi=110)
 
 
-def update_readme(path, text):
-    with open(path) as f:
-        readme = f.read()
-    start, end = readme.index(BEGIN) + len(BEGIN), readme.index(END)
+def write_results(path, text):
     with open(path, "w") as f:
-        f.write(readme[:start] + "\n" + text + "\n" + readme[end:])
+        f.write(RESULTS_HEADER + text + "\n")
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("timing")
     parser.add_argument("memory")
-    parser.add_argument("--readme")
+    parser.add_argument("--results")
     parser.add_argument("--png")
     args = parser.parse_args()
     context, timing = load_runs(args.timing)
     _, memory = load_runs(args.memory)
     text = section(context, timing, memory)
-    if args.readme:
-        update_readme(args.readme, text)
+    if args.results:
+        write_results(args.results, text)
     else:
         print(text)
     if args.png:

@@ -1,6 +1,6 @@
 # Benchmarks against peer JSON libraries (bench/README.md).
-#   make bench        full run: timing and memory, then the table in
-#                     bench/README.md and the chart bench/results.png
+#   make bench        full run: timing and memory, then bench/RESULTS.md
+#                     and the chart bench/results.png
 #   make bench-smoke  builds the benchmarks and runs each one once on small
 #                     inputs; checks that they run, asserts no timing
 # BENCH_ARGS adds options to the timing run (e.g. --benchmark_filter=parse).
@@ -28,7 +28,7 @@ bench: bench-build
 	$(BENCH_BIN)/tavrin_bench_memory \
 	  --benchmark_out=$(BENCH_OUT)/memory.json --benchmark_out_format=json
 	$(BENCH_PYTHON) bench/report.py $(BENCH_OUT)/timing.json $(BENCH_OUT)/memory.json \
-	  --readme bench/README.md --png bench/results.png
+	  --results bench/RESULTS.md --png bench/results.png
 
 # One iteration of every benchmark on the small inputs: the twitter corpus
 # file, the generated records and the base size of every scaling shape.

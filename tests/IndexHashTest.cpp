@@ -3,11 +3,11 @@
 #include <cstdint>
 #include <set>
 
-#include "json/internal/IndexHash.h"
+#include "json/common/IndexHash.h"
 
 namespace {
 
-using tavrin::plugin::json::detail::SpreadHash;
+using tavrin::plugin::json::common::SpreadHash;
 
 // Key hashes that differ only in a few bits, as keys crafted against an
 // unseeded index would: wherever those bits are, the hashes must still spread

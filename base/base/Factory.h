@@ -30,6 +30,9 @@ private:
     std::mutex _registryMutex;
 };
 
+// The red line of addFunc when the name is registered already.
+inline constexpr char kNameTaken[] = "ObjectList::Find(name)";
+
 // Registers `fn` as a function object named `name` in the factory's
 // registry, unless that name is registered already (then one red line and
 // nothing changes). The registry owns the new object.
@@ -38,7 +41,7 @@ void addFunc(const char* name, R (*fn)(Args...)) {
     Factory& factory = Factory::Globle();
     std::unique_lock<std::mutex> lock(factory.RegistryMutex());
     if (factory.Registry().Find(name, true) != nullptr) {
-        TAVRIN_LOG_ERROR("ObjectList::Find(name)");
+        TAVRIN_LOG_ERROR(kNameTaken);
         return;
     }
     factory.Registry().Add(new tavrin::base::object_func<R, Args...>(name, fn), false);

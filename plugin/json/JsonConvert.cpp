@@ -11,10 +11,12 @@
 #include "base/Log.h"
 #include "base/ToString.h"
 #include "json/JsonNode.h"
+#include "json/internal/ConvertMessages.h"
 
 namespace tavrin::plugin::json {
 
 using tavrin::base::AttrSet;
+namespace msg = messages::convert;
 
 namespace {
 
@@ -152,33 +154,29 @@ void convert(OpenLevels& open) {
 // Stores the text of `src` in `ap` under `key`. The nesting of the document
 // is followed with a list of open levels on the heap rather than by
 // recursion, so any depth converts on a small thread stack. Every node has a
-// text or is skipped, so the walk always succeeds.
-bool convert(const char* key, Node& src, AttrSet& ap) {
+// text or is skipped, so the walk cannot fail.
+void convert(const char* key, Node& src, AttrSet& ap) {
     OpenLevels open;
     convert(src, Place{&ap, key, nullptr}, open);
     while (!open.empty()) convert(open);
-    return true;
 }
 
 }  // namespace
 
 bool convertJsonToAttrSetString(const char* src, std::string* out) {
     if (src == nullptr || out == nullptr) {
-        TAVRIN_LOG_ERROR(src == nullptr ? "!src" : "!out");
+        TAVRIN_LOG_ERROR(src == nullptr ? msg::kNoSource : msg::kNoOutput);
         return false;
     }
-    TAVRIN_LOG_INFO("src=", src);
+    TAVRIN_LOG_INFO(msg::kSource, src);
     Node node;
     if (!node.Deserialize(src)) {
-        TAVRIN_LOG_ERROR("!node.Deserialize(src)");
+        TAVRIN_LOG_ERROR(msg::kNotParsed);
         return false;
     }
     TAVRIN_LOG_INFO();
     AttrSet ap;
-    if (!convert("root", node, ap)) {
-        TAVRIN_LOG_ERROR("!convert(\"root\",node,ap)");
-        return false;
-    }
+    convert("root", node, ap);
     TAVRIN_LOG_INFO();
     const char* root = ap.Value(0);
     *out = root != nullptr ? root : "";
@@ -188,17 +186,17 @@ bool convertJsonToAttrSetString(const char* src, std::string* out) {
 bool cmdConvertJsonToAttrSetString(AttrSet& ap) {
     const char* src = ap.Get("p0");
     if (src == nullptr) {
-        TAVRIN_LOG_ERROR("!src");
+        TAVRIN_LOG_ERROR(msg::kNoSource);
         return false;
     }
     const char* address = ap.Get("p1");
     if (address == nullptr) {
-        TAVRIN_LOG_ERROR("!ap.Get(\"p1\",out)");
+        TAVRIN_LOG_ERROR(msg::kNoOutputArgument);
         return false;
     }
     const unsigned long out = std::strtoul(address, nullptr, 16);
     if (out == 0) {
-        TAVRIN_LOG_ERROR("!out");
+        TAVRIN_LOG_ERROR(msg::kNoOutput);
         return false;
     }
     return convertJsonToAttrSetString(src, reinterpret_cast<std::string*>(static_cast<std::uintptr_t>(out)));

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "base/Log.h"
+#include "json/NodeMessages.h"
 #include "json/internal/NodeAccess.h"
-#include "json/internal/NodeWriter.h"
 
 namespace tavrin::plugin::json {
 
@@ -15,6 +15,7 @@ using detail::KindOf;
 using detail::ValueOf;
 using Array = Node::Array;
 using Object = Node::Object;
+namespace msg = messages::node;
 
 // Element counts are logged as unsigned 32-bit numbers.
 std::uint32_t Count(std::size_t size) { return static_cast<std::uint32_t>(size); }
@@ -109,7 +110,7 @@ const char* Node::Type() const {
     if (Is<std::string>()) return "string";
     if (Is<Object>()) return "Object";
     if (Is<Array>()) return "Array";
-    TAVRIN_LOG_ERROR("unknow json node type!");
+    TAVRIN_LOG_ERROR(msg::kUnknownKind);
     return "";
 }
 
@@ -118,18 +119,18 @@ void Node::Clear() { *this = Node(); }
 Node& Node::operator[](int index) {
     Array* items = ValueOf<Array>(*this);
     if (items == nullptr) {
-        TAVRIN_LOG_ERROR("json node type Array required! this type is ", Type());
+        TAVRIN_LOG_ERROR(msg::kArrayRequired, msg::kThisTypeIs, Type());
         return *this;
     }
     if (InRange(index, items->size())) return (*items)[static_cast<std::size_t>(index)];
-    TAVRIN_LOG_ERROR("over range:index(", index, ")>=Array size(", Count(items->size()), ")!");
+    TAVRIN_LOG_ERROR(msg::kOverRange, index, msg::kOverRangeSize, Count(items->size()), msg::kOverRangeEnd);
     return *this;
 }
 
 Node& Node::operator[](const char* key) {
     Object* members = ValueOf<Object>(*this);
     if (members == nullptr) {
-        TAVRIN_LOG_ERROR("json node type Object required!");
+        TAVRIN_LOG_ERROR(msg::kObjectRequired);
         return *this;
     }
     return (*members)[std::string(key != nullptr ? key : "")];
@@ -138,7 +139,7 @@ Node& Node::operator[](const char* key) {
 bool Node::Insert(const Node& node) {
     Array* items = ValueOf<Array>(*this);
     if (items == nullptr) {
-        TAVRIN_LOG_ERROR("json node type Array required!");
+        TAVRIN_LOG_ERROR(msg::kArrayRequired);
         return false;
     }
     Node copied(node);
@@ -152,7 +153,7 @@ bool Node::Insert(const Node& node) {
 bool Node::Insert(const std::string& key, const Node& node) {
     Object* members = ValueOf<Object>(*this);
     if (members == nullptr) {
-        TAVRIN_LOG_ERROR("json node type Object required!");
+        TAVRIN_LOG_ERROR(msg::kObjectRequired);
         return false;
     }
     Node copied(node);
@@ -169,7 +170,7 @@ bool Node::Insert(const std::string& key, const Node& node) {
 bool Node::AddOrChange(const std::string& key, const Node& node) {
     Object* members = ValueOf<Object>(*this);
     if (members == nullptr) {
-        TAVRIN_LOG_ERROR(" Add key ", key, " fail, json node type Object required!");
+        TAVRIN_LOG_ERROR(msg::kAddKey, key, msg::kAddKeyFailed);
         return false;
     }
     Node copied(node);
@@ -180,11 +181,11 @@ bool Node::AddOrChange(const std::string& key, const Node& node) {
 bool Node::Remove(int index) {
     Array* items = ValueOf<Array>(*this);
     if (items == nullptr) {
-        TAVRIN_LOG_ERROR("json node type Array required! this type is ", Type());
+        TAVRIN_LOG_ERROR(msg::kArrayRequired, msg::kThisTypeIs, Type());
         return false;
     }
     if (!InRange(index, items->size())) {
-        TAVRIN_LOG_ERROR("over range:index(", index, ")>=Array size(", Count(items->size()), ")!");
+        TAVRIN_LOG_ERROR(msg::kOverRange, index, msg::kOverRangeSize, Count(items->size()), msg::kOverRangeEnd);
         return false;
     }
     items->erase(items->begin() + index);
@@ -194,12 +195,12 @@ bool Node::Remove(int index) {
 bool Node::Remove(const std::string& key) {
     Object* members = ValueOf<Object>(*this);
     if (members == nullptr) {
-        TAVRIN_LOG_ERROR("json node type Object required!");
+        TAVRIN_LOG_ERROR(msg::kObjectRequired);
         return false;
     }
     auto found = members->find(key);
     if (found == members->end()) {
-        TAVRIN_LOG_ERROR("can't remove,key ", key, " doesn't exsit!");
+        TAVRIN_LOG_ERROR(msg::kRemoveKey, key, msg::kRemoveKeyMissing);
         return false;
     }
     members->erase(found);
@@ -209,7 +210,7 @@ bool Node::Remove(const std::string& key) {
 bool Node::HasKey(const std::string& key) {
     Object* members = ValueOf<Object>(*this);
     if (members == nullptr) {
-        TAVRIN_LOG_ERROR("json node type Object required!");
+        TAVRIN_LOG_ERROR(msg::kObjectRequired);
         return false;
     }
     return members->find(key) != members->end();
@@ -247,18 +248,6 @@ bool Node::Foreach(const std::function<bool(const char*, Node&)>& func) {
         if (!func(member.key.c_str(), member.value)) return false;
     }
     return true;
-}
-
-std::string Node::Serialize() {
-    std::string out;
-    NodeWriter writer(out);
-    for (const Node* next = this; next != nullptr; next = writer.Next()) {
-        if (next->IsEmpty())
-            TAVRIN_LOG_ERROR("json node is empty!");
-        else
-            writer.Write(*next);
-    }
-    return out;
 }
 
 }  // namespace tavrin::plugin::json

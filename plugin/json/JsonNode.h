@@ -14,6 +14,7 @@
 #include "base/Export.h"
 #include "base/Fraction.h"
 #include "base/HashTable.h"
+#include "json/NodeMessages.h"
 
 namespace tavrin::plugin::json {
 
@@ -154,7 +155,7 @@ private:
 
 template <class T>
 void Node::copy(Node* node, void* src) {
-    if (node == nullptr || src == nullptr) throw std::runtime_error("copy():ptr can't be nullptr!");
+    if (node == nullptr || src == nullptr) throw std::runtime_error(messages::node::kCopyNoValue);
     if constexpr (std::is_same_v<T, Array> || std::is_same_v<T, Object>)
         CopyContainer(node, *static_cast<const T*>(src));
     else
@@ -185,9 +186,9 @@ void Node::Init(T* value) {
 
 template <class T>
 T& Node::As() {
-    if (!Is<T>()) std::printf("%s %d : T _type error! This type is %s !\n", "As", __LINE__, Type());
+    if (!Is<T>()) std::printf(messages::node::kAsWrongKind, "As", __LINE__, Type());
     if (_buf != nullptr && Is<T>()) return *static_cast<T*>(_buf);
-    if (_buf == nullptr) std::printf("%s %d : As():_buf can't be nullptr!", "As", __LINE__);
+    if (_buf == nullptr) std::printf(messages::node::kAsNoValue, "As", __LINE__);
     throw std::bad_cast();
 }
 

@@ -1,5 +1,10 @@
-#include "json/internal/NodeWriter.h"
+#include <cstddef>
+#include <string>
+#include <vector>
 
+#include "base/Log.h"
+#include "json/JsonNode.h"
+#include "json/NodeMessages.h"
 #include "json/internal/NodeAccess.h"
 #include "json/internal/NumberText.h"
 
@@ -15,7 +20,34 @@ void AppendText(std::string& out, const std::string& text) {
     out.append(text, 0, text.find('\0'));
 }
 
-}  // namespace
+// Writes the compact text of a node tree into one string, depth first, with a
+// stack of the containers still open instead of recursion. The caller hands
+// each node that Next returns to Write (or, for an empty node, writes nothing
+// and reports it), starting with the root.
+class NodeWriter {
+public:
+    explicit NodeWriter(std::string& out) : _out(out) {}
+
+    // Appends a value's text; a container gets its opening bracket, and its
+    // elements come from the following calls of Next. A node of no known
+    // kind writes nothing.
+    void Write(const Node& node);
+
+    // The next node to write, after the punctuation that goes before it and
+    // the closing brackets of the containers finished on the way; null when
+    // the whole tree is written.
+    const Node* Next();
+
+private:
+    struct Open {
+        const Node::Array* items;
+        const Node::Object* members;
+        std::size_t next;
+    };
+
+    std::string& _out;
+    std::vector<Open> _open;
+};
 
 void NodeWriter::Write(const Node& node) {
     if (const bool* flag = ValueOf<bool>(node)) {
@@ -63,6 +95,20 @@ const Node* NodeWriter::Next() {
         _open.pop_back();
     }
     return nullptr;
+}
+
+}  // namespace
+
+std::string Node::Serialize() {
+    std::string out;
+    NodeWriter writer(out);
+    for (const Node* next = this; next != nullptr; next = writer.Next()) {
+        if (next->IsEmpty())
+            TAVRIN_LOG_ERROR(messages::node::kEmptyNode);
+        else
+            writer.Write(*next);
+    }
+    return out;
 }
 
 }  // namespace tavrin::plugin::json

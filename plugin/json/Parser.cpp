@@ -1,6 +1,7 @@
 #include "json/Parser.h"
 
 #include <climits>
+#include <cstdint>
 #include <iterator>
 #include <cstring>
 #include <memory>
@@ -8,10 +9,13 @@
 #include <vector>
 
 #include "base/Fraction.h"
+#include "base/Hash.h"
 #include "base/Log.h"
 #include "json/internal/CharClass.h"
-#include "json/internal/MemberIndex.h"
+#include "json/common/Nesting.h"
+#include "json/common/PositionIndex.h"
 #include "json/internal/NumberRead.h"
+#include "json/internal/ParserMessages.h"
 
 namespace tavrin::plugin::json {
 
@@ -20,6 +24,10 @@ namespace {
 using Array = Node::Array;
 using Object = Node::Object;
 using NodePtr = std::unique_ptr<Node>;
+namespace msg = messages::parser;
+
+static_assert(Parser::kDefaultMaxDepth == common::kMaxNesting,
+              "the node parser and the legacy reader admit the same nesting");
 
 // The last position _pos can take; a longer text reads as if it ended there.
 constexpr int kLastPosition = INT_MAX;
@@ -67,6 +75,21 @@ Node* Gathered(Container& items) {
     Container exact(std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()));
     items.clear();
     return Holding(std::move(exact));
+}
+
+// Stores `value` (moved) under `key` (moved when a new entry is made) with
+// the table's own semantics: a new key's entry is appended, a key whose hash
+// is present already overwrites that entry's value in place and keeps its
+// key text.
+void Store(Object& members, common::PositionIndex& index, std::string&& key, Node&& value) {
+    const std::uint32_t hash = tavrin::base::Hash(key, '\0');
+    const std::size_t position = index.Find(members, hash);
+    if (position < members.size()) {
+        members[position].value = std::move(value);
+        return;
+    }
+    members.emplace_back(hash, std::move(key), std::move(value));
+    index.Remember(members);
 }
 
 // Counts one level of nesting for as long as it lives.
@@ -118,6 +141,7 @@ Parser::Parser(const char* text)
       _pos(-1),
       _token(' '),
       _first(true),
+      _failedAhead(false),
       _maxDepth(kDefaultMaxDepth),
       _depth(0),
       _classifiedText(nullptr),
@@ -131,12 +155,16 @@ Parser::~Parser() = default;
 
 void Parser::SetMaxDepth(int depth) { _maxDepth = depth < 1 ? 1 : depth; }
 
+// Every reader gives up as soon as a read fails, so the cursor still stands
+// where the first failure left it.
+int Parser::FailureOffset() const { return _failedAhead ? _pos + 1 : _pos; }
+
 // ---- cursor ----------------------------------------------------------------
 
 int Parser::GetNextChar() {
     if (_pos >= 0 && (_text[_pos] == '\0' || _pos == kLastPosition)) {
         _token = '\0';
-        TAVRIN_LOG_ERROR(" unexpected _token!");
+        TAVRIN_LOG_ERROR(msg::kReadPastEnd);
         return 0;
     }
     ++_pos;
@@ -173,7 +201,7 @@ void Parser::Concat() { _buffer += _token; }
 [[gnu::flatten]] bool Parser::ParseSpecific(const char* word) {
     for (std::size_t i = 0, length = std::strlen(word); i < length; ++i) {
         if (GetNextChar() != static_cast<unsigned char>(word[i])) {
-            TAVRIN_LOG_ERROR("_token error!");
+            TAVRIN_LOG_ERROR(msg::kWordMismatch);
             return false;
         }
     }
@@ -198,7 +226,8 @@ bool Parser::EOL() const { return _token == '\0'; }
     else if (IsDigit(c) || c == '-')
         kind = NumberKind();
     else
-        TAVRIN_LOG_ERROR("can't detect the type of", _text, ",please check string format!");
+        TAVRIN_LOG_ERROR(msg::kUnknownType, _text, msg::kUnknownTypeEnd);
+    _failedAhead = kind == nullptr;
     Retract();
     return kind;
 }
@@ -250,11 +279,11 @@ const std::type_info* Parser::NumberKind() {
 Node* Parser::ParseInt64() {
     const IntegerPart part = ReadIntegerPart();
     if (part == IntegerPart::kNoDigit) {
-        TAVRIN_LOG_ERROR("digit format error!");
+        TAVRIN_LOG_ERROR(msg::kIntegerNoDigit);
         return Failure();
     }
     if (part == IntegerPart::kDigitAfterZero) {
-        TAVRIN_LOG_ERROR(" digit format error!");
+        TAVRIN_LOG_ERROR(msg::kIntegerLeadingZero);
         return Failure();
     }
     Retract();
@@ -264,11 +293,11 @@ Node* Parser::ParseInt64() {
 [[gnu::flatten]] Node* Parser::ParseDouble() {
     const IntegerPart part = ReadIntegerPart();
     if (part == IntegerPart::kNoDigit) {
-        TAVRIN_LOG_ERROR("dobule digit format error!");
+        TAVRIN_LOG_ERROR(msg::kDoubleNoDigit);
         return Failure();
     }
     if (part == IntegerPart::kDigitAfterZero) {
-        TAVRIN_LOG_ERROR(" Parse Double err!");
+        TAVRIN_LOG_ERROR(msg::kDoubleLeadingZero);
         return Failure();
     }
     int c = static_cast<unsigned char>(_token);
@@ -276,7 +305,7 @@ Node* Parser::ParseInt64() {
         Concat();
         c = GetNextChar();
         if (!IsDigit(c)) {
-            TAVRIN_LOG_ERROR(" dobule digit format error!");
+            TAVRIN_LOG_ERROR(msg::kDoubleBadPart);
             return Failure();
         }
         Concat();
@@ -289,14 +318,14 @@ Node* Parser::ParseInt64() {
         if (c == '+' || c == '-') {
             Concat();
         } else if (!IsDigit(c)) {
-            TAVRIN_LOG_ERROR(" dobule digit format error!");
+            TAVRIN_LOG_ERROR(msg::kDoubleBadPart);
             return Failure();
         } else {
             Retract();
         }
         c = GetNextChar();
         if (!IsDigit(c)) {
-            TAVRIN_LOG_ERROR(" dobule digit format error!");
+            TAVRIN_LOG_ERROR(msg::kDoubleBadPart);
             return Failure();
         }
         Concat();
@@ -310,11 +339,11 @@ Node* Parser::ParseInt64() {
 Node* Parser::ParseFraction() {
     const IntegerPart part = ReadIntegerPart();
     if (part == IntegerPart::kNoDigit) {
-        TAVRIN_LOG_ERROR(" Fraction digit format error!");
+        TAVRIN_LOG_ERROR(msg::kFractionBadPart);
         return Failure();
     }
     if (part == IntegerPart::kDigitAfterZero) {
-        TAVRIN_LOG_ERROR(" Parse Fraction err!");
+        TAVRIN_LOG_ERROR(msg::kFractionLeadingZero);
         return Failure();
     }
     int c = static_cast<unsigned char>(_token);
@@ -327,7 +356,7 @@ Node* Parser::ParseFraction() {
         c = GetNextChar();
     }
     if (!slash || !IsDigit(c)) {
-        TAVRIN_LOG_ERROR(" Fraction digit format error!");
+        TAVRIN_LOG_ERROR(msg::kFractionBadPart);
         return Failure();
     }
     for (; IsDigit(c); c = GetNextChar()) Concat();
@@ -341,7 +370,7 @@ Node* Parser::ParseFraction() {
 [[gnu::flatten]] Node* Parser::ParseString() {
     SkipSpaces();
     if (GetNextChar() != '"') {
-        TAVRIN_LOG_ERROR(" string format error!");
+        TAVRIN_LOG_ERROR(msg::kStringNoQuote);
         return Failure();
     }
     _buffer.clear();
@@ -356,7 +385,7 @@ Node* Parser::ParseFraction() {
                 Concat();
                 for (int i = 0; i < 4; ++i) {
                     if (!IsHexDigit(GetNextChar())) {
-                        TAVRIN_LOG_ERROR(":string format error!");
+                        TAVRIN_LOG_ERROR(msg::kStringBadUnicodeEscape);
                         return Failure();
                     }
                     Concat();
@@ -364,33 +393,16 @@ Node* Parser::ParseFraction() {
             } else if (IsSimpleEscape(c)) {
                 Concat();
             } else {
-                TAVRIN_LOG_ERROR("string format error!");
+                TAVRIN_LOG_ERROR(msg::kStringBadCharacter);
                 return Failure();
             }
-        } else if (IsControl(c)) {
-            TAVRIN_LOG_ERROR("string format error!");
-            return Failure();
         } else {
-            Concat();
-            TakePlainRun();
+            // AppendRun has taken every plain character: what stops it is a
+            // control character or the end of the text.
+            TAVRIN_LOG_ERROR(msg::kStringBadCharacter);
+            return Failure();
         }
     }
-}
-
-// The characters that ParseString would take one at a time with
-// GetNextChar and Concat, taken at once: the cursor and the token end as
-// they would after the last of them.
-void Parser::TakePlainRun() {
-    const char* start = _text + _pos + 1;
-    const char* end = start;
-    const std::ptrdiff_t room = kLastPosition - 1 - _pos;
-    while (end - start < room && *end != '"' && *end != '\\' &&
-           !IsControl(static_cast<unsigned char>(*end)))
-        ++end;
-    if (end == start) return;
-    _buffer.append(start, end);
-    _pos += static_cast<int>(end - start);
-    _token = end[-1];
 }
 
 // Only the lowercase words: TypeDetect sends nothing else here. A failed
@@ -409,7 +421,8 @@ Node* Parser::ParseValue() {
     SkipSpaces();
     const std::type_info* kind = TypeDetect();
     if (_first && !IsContainerKind(kind)) {
-        TAVRIN_LOG_ERROR(" can't find \"{\" or \"[\", please check string format!");
+        _failedAhead = true;
+        TAVRIN_LOG_ERROR(msg::kTopLevelNotContainer);
         return Failure();
     }
     _first = false;
@@ -424,20 +437,21 @@ Node* Parser::ParseValue() {
         if (kind == &typeid(Object)) return ParseObject();
         if (kind == &typeid(Array)) return ParseArray();
     }
-    TAVRIN_LOG_ERROR(" can't detect json type,please check string format!");
+    TAVRIN_LOG_ERROR(msg::kUnknownKind);
     return Failure();
 }
 
 // A failed element has logged its own line; the array adds none.
 Node* Parser::ParseArray() {
     if (_depth >= _maxDepth) {
-        TAVRIN_LOG_ERROR(" nesting deeper than ", _maxDepth, " levels, please check string format!");
+        _failedAhead = true;
+        TAVRIN_LOG_ERROR(msg::kTooDeep, _maxDepth, msg::kTooDeepEnd);
         return Failure();
     }
     const DepthLevel level(_depth);
     Array& items = Scratch(_arrayScratch, _depth);
     if (GetNextChar() != '[') {
-        TAVRIN_LOG_ERROR(" can't find \"[\", Array format error:", _text);
+        TAVRIN_LOG_ERROR(msg::kArrayNoOpening, _text);
         return Failure();
     }
     SkipSpaces();
@@ -451,7 +465,7 @@ Node* Parser::ParseArray() {
         const int next = GetNextChar();
         if (next == ']') return Gathered(items);
         if (next != ',') {
-            TAVRIN_LOG_ERROR("can't find \"]\", Array format error:", _text);
+            TAVRIN_LOG_ERROR(msg::kArrayNoClosing, _text);
             return Failure();
         }
     }
@@ -461,14 +475,15 @@ Node* Parser::ParseArray() {
 // logged by ParseSpecific.
 Node* Parser::ParseObject() {
     if (_depth >= _maxDepth) {
-        TAVRIN_LOG_ERROR(" nesting deeper than ", _maxDepth, " levels, please check string format!");
+        _failedAhead = true;
+        TAVRIN_LOG_ERROR(msg::kTooDeep, _maxDepth, msg::kTooDeepEnd);
         return Failure();
     }
     const DepthLevel level(_depth);
     Object& members = Scratch(_objectScratch, _depth);
-    MemberIndex index(members);
+    common::PositionIndex index;
     if (GetNextChar() != '{') {
-        TAVRIN_LOG_ERROR("can't find \"{\", Object format error:", _text);
+        TAVRIN_LOG_ERROR(msg::kObjectNoOpening, _text);
         return Failure();
     }
     SkipSpaces();
@@ -477,25 +492,38 @@ Node* Parser::ParseObject() {
     for (;;) {
         const NodePtr key(ParseString());
         if (key->IsEmpty()) {
-            TAVRIN_LOG_ERROR("parse key fail:", _text);
+            TAVRIN_LOG_ERROR(msg::kKeyFailed, _text);
             return Failure();
         }
         std::string& keyText = key->As<std::string>();
         if (!ParseSpecific(":")) return Failure();
         const NodePtr value(ParseValue());
         if (value->IsEmpty()) {
-            TAVRIN_LOG_ERROR("can't parse the value of ", keyText);
+            TAVRIN_LOG_ERROR(msg::kValueFailed, keyText);
             return Failure();
         }
-        index.Store(std::move(keyText), std::move(*value));
+        Store(members, index, std::move(keyText), std::move(*value));
         SkipSpaces();
         const int next = GetNextChar();
         if (next == '}') return Gathered(members);
         if (next != ',') {
-            TAVRIN_LOG_ERROR("can't find \"}\", Object format error:", _text);
+            TAVRIN_LOG_ERROR(msg::kObjectNoClosing, _text);
             return Failure();
         }
     }
 }
+
+// ---- document entry --------------------------------------------------------
+
+// A null text reads as an empty one (and fails like it).
+bool Node::Deserialize(const char* text) {
+    Parser parser(text != nullptr ? text : "");
+    const NodePtr result(parser.ParseValue());
+    if (result->IsEmpty()) return false;
+    *this = std::move(*result);
+    return true;
+}
+
+bool Node::Deserialize(std::string text) { return Deserialize(text.c_str()); }
 
 }  // namespace tavrin::plugin::json

@@ -63,6 +63,16 @@ public:
     void SetMaxDepth(int depth);
     int MaxDepth() const { return _maxDepth; }
 
+    // Where the parser gave up, after a Parse* operation returned an empty
+    // Node: the offset in the text of the first character it could not
+    // accept. That is the character whose read failed (the end of the text,
+    // offset = its length, when it ran out), or, when the parser gave up on
+    // the next value before reading into it, that value's first character: a
+    // character that starts no value, a top-level value that is no array or
+    // object, an array or object nested beyond the bound. Meaningless while
+    // nothing has failed.
+    int FailureOffset() const;
+
     const char* _text;
     int _pos;
     char _token;
@@ -70,6 +80,10 @@ public:
     bool _first;
 
 private:
+    // Set when the parser gave up on the character after _pos, which it had
+    // stepped back from. Sits in the padding after _first: the layout and
+    // size stay as they were.
+    bool _failedAhead;
     // The kind of the number starting at _pos, by look-ahead.
     const std::type_info* NumberKind();
 
@@ -79,9 +93,6 @@ private:
     // current (in _token) afterwards. Logs nothing: the number readers log
     // their own messages for the two failures.
     IntegerPart ReadIntegerPart();
-    // Takes the plain characters of a string (no quote, backslash or control
-    // character) that follow the cursor into _buffer in one step.
-    void TakePlainRun();
 
     int _maxDepth;
     // Number of arrays and objects being read around the cursor.

@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -31,10 +32,16 @@ std::string TempPath(const char* what) {
     return "/tmp/tavrin-host-test-" + std::to_string(getpid()) + "-" + what;
 }
 
-std::string WriteTemp(const std::string& text) {
+// The one input file of this process, removed when the tests end.
+struct InputFile {
     const std::string path = TempPath("input.json");
-    std::ofstream(path, std::ios::binary) << text;
-    return path;
+    ~InputFile() { std::remove(path.c_str()); }
+};
+
+std::string WriteTemp(const std::string& text) {
+    static const InputFile input;
+    std::ofstream(input.path, std::ios::binary) << text;
+    return input.path;
 }
 
 // Runs `tavrin-host ARGS`, with standard input from `stdinPath` when given.
@@ -183,6 +190,101 @@ TEST(HostProgramTest, LegacyFailureExitsOneWithNothingOnStandardOutput) {
     EXPECT_EQ(missing.status, 2);
     EXPECT_EQ(missing.out, "");
     EXPECT_EQ(Lines(missing.err), 1);
+}
+
+// The last `length` characters of `text` (all of it when shorter).
+std::string Ending(const std::string& text, std::size_t length) {
+    return text.substr(text.size() - std::min(text.size(), length));
+}
+
+// What tavrin-host adds after the plug-in's lines when a document breaks.
+// Expected with the "m" before it, the end of the plug-in's last line, the
+// program's line starts right after those lines.
+std::string Diagnostic(const std::string& where, const std::string& source,
+                       const std::string& indent) {
+    return where + ": error: the document stops being valid here\n" + source + "\n" + indent +
+           "^\n";
+}
+
+TEST(HostProgramTest, ParseFailureSaysWhereTheDocumentStops) {
+    const std::string path = WriteTemp("[1 2]");
+    const Outcome run = Host("parse '" + path + "'");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(WithoutLineNumbers(run.err),
+              "\033[31mplugin/json/Parser.cpp/N/ParseArray:\tcan't find \"]\", Array format "
+              "error:[1 2]\n\033[0m" +
+                  Diagnostic(path + ":1:4", "[1 2]", "   "));
+}
+
+TEST(HostProgramTest, TheCaretStandsUnderTheColumnOfTheLine) {
+    struct Case {
+        const char* document;
+        const char* where;  // LINE:COLUMN
+        const char* source;
+        const char* indent;
+    };
+    const Case cases[] = {
+        {"{\n\t\"n\xC3\xA4me\": 1 \"b\": 2}\n", "2:13", "\t\"n\xC3\xA4me\": 1 \"b\": 2}",
+         "\t          "},
+        {"{\"a\":1,\n", "2:1", "", ""},
+        {"\n  5\n", "2:3", "  5", "  "},
+        {"[\"a\", \"b]\n[", "1:10", "[\"a\", \"b]", "         "},
+    };
+    for (const Case& c : cases) {
+        const std::string path = WriteTemp(c.document);
+        const Outcome run = Host("parse '" + path + "'");
+        const std::string expected = Diagnostic(path + ":" + c.where, c.source, c.indent);
+        EXPECT_EQ(Ending(run.err, expected.size()), expected) << c.document;
+    }
+}
+
+TEST(HostProgramTest, ConvertAndStandardInputNameTheDocument) {
+    const std::string path = WriteTemp("[1,\n x]");
+    for (const std::string mode : {"parse", "convert"}) {
+        for (const std::string& file : {"'" + path + "'", std::string("-"), std::string()}) {
+            const Outcome run = Host(mode + " " + file, path);
+            const std::string name = file.empty() || file == "-" ? "<stdin>" : path;
+            const std::string expected = Diagnostic(name + ":2:2", " x]", " ");
+            EXPECT_EQ(run.status, 1) << mode << file;
+            EXPECT_EQ(Ending(run.err, expected.size() + 1), "m" + expected) << mode << file;
+        }
+    }
+}
+
+// Standard output of a shell command.
+std::string Shell(const std::string& command) {
+    const std::string out = TempPath("shell");
+    std::system((command + " >'" + out + "'").c_str());
+    const std::string text = Slurp(out);
+    std::remove(out.c_str());
+    return std::regex_replace(text, std::regex("\r\n"), "\n");
+}
+
+TEST(HostProgramTest, OnlyATerminalWithoutNoColorGetsColours) {
+    const std::string path = WriteTemp("[1 2]");
+    const std::string run = std::string("'") + TAVRIN_HOST_PROGRAM + "' parse '" + path + "'";
+    const std::string onTerminal = "script -qec \"" + run + " >/dev/null\" /dev/null </dev/null";
+    const std::string plain = Diagnostic(path + ":1:4", "[1 2]", "   ");
+    const std::string coloured = "\033[1m" + path + ":1:4: \033[31merror:\033[0m the document "
+                                 "stops being valid here\n[1 2]\n   \033[1;32m^\033[0m\n";
+    const struct {
+        std::string command;
+        std::string expected;
+    } cases[] = {
+        {"env -u NO_COLOR " + onTerminal, coloured},
+        {"NO_COLOR=1 " + onTerminal, plain},
+        {"env -u NO_COLOR " + run + " 2>&1 >/dev/null | cat", plain},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(Ending(Shell(c.command), c.expected.size() + 1), "m" + c.expected) << c.command;
+}
+
+TEST(HostProgramTest, VersionNamesTheProgramAndThePlugin) {
+    const Outcome run = Host("--version");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "tavrin-host " TAVRIN_VERSION "\nplug-in pluginjson@version:1.0.1.*.6872\n");
+    EXPECT_EQ(run.err, "");
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ std::string HexAddress(const void* address) {
     return "0x" + std::string(digits, end);
 }
 
-int RunConvert(const std::string& input) {
+int RunConvert(const Document& document) {
     if (!RegisterPlugin()) {
         std::fprintf(stderr, "tavrin-host: the plug-in announced no \"PluginJson\" entry\n");
         return kExitFailure;
@@ -60,24 +60,30 @@ int RunConvert(const std::string& input) {
     }
     std::string result;
     tavrin::base::AttrSet arguments;
-    arguments.Add("p0", input.c_str());
+    arguments.Add("p0", document.text.c_str());
     arguments.Add("p1", HexAddress(&result).c_str());
-    if (!(*command)(arguments)) return kExitFailure;
+    if (!(*command)(arguments)) {
+        ReportWhereParsingStops(document);
+        return kExitFailure;
+    }
     PrintLine(result);
     return kExitSuccess;
 }
 
-int RunParse(const std::string& input) {
+int RunParse(const Document& document) {
     tavrin::plugin::json::Node node;
-    if (!node.Deserialize(input.c_str())) return kExitFailure;
+    if (!node.Deserialize(document.text.c_str())) {
+        ReportWhereParsingStops(document);
+        return kExitFailure;
+    }
     PrintLine(node.Serialize());
     return kExitSuccess;
 }
 
-int RunLegacy(const std::string& input) {
-    const json::Value document = json::Deserialize(input);
-    if (document.GetType() == json::NullVal) return kExitFailure;
-    PrintLine(json::Serialize(document));
+int RunLegacy(const Document& document) {
+    const json::Value value = json::Deserialize(document.text);
+    if (value.GetType() == json::NullVal) return kExitFailure;
+    PrintLine(json::Serialize(value));
     return kExitSuccess;
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Modes.h"
+#include "json/PluginJson.h"
 
 namespace program = tavrin::host_program;
 
@@ -18,16 +19,18 @@ bool ReadAll(std::FILE* file, std::string& text) {
     return std::ferror(file) == 0;
 }
 
-// Reads the whole of `path` ("-" or null: standard input) into `text`. On
-// failure returns false and sets `error` to a one-line reason.
-bool ReadInput(const char* path, std::string& text, std::string& error) {
+// Reads the whole of `path` ("-" or null: standard input, named "<stdin>")
+// into `document`. On failure returns false and sets `error` to a one-line
+// reason.
+bool ReadInput(const char* path, program::Document& document, std::string& error) {
     const bool useStdin = path == nullptr || std::strcmp(path, "-") == 0;
-    const std::string name = useStdin ? "standard input" : path;
+    document.name = useStdin ? "<stdin>" : path;
     std::FILE* file = useStdin ? stdin : std::fopen(path, "rb");
-    bool read = file != nullptr && ReadAll(file, text);
+    bool read = file != nullptr && ReadAll(file, document.text);
     const int reason = errno;
     if (file != nullptr && !useStdin) std::fclose(file);
-    if (!read) error = "cannot read " + name + ": " + std::strerror(reason);
+    const std::string what = useStdin ? "standard input" : document.name;
+    if (!read) error = "cannot read " + what + ": " + std::strerror(reason);
     return read;
 }
 
@@ -42,12 +45,19 @@ void PrintHelp() {
         "usage: tavrin-host MODE [FILE|-]\n"
         "Runs the JSON plug-in inside the substitute framework on one document, read\n"
         "from FILE or, when FILE is \"-\" or absent, from standard input. The plug-in's\n"
-        "log lines go to standard error.\n\nmodes:\n");
+        "log lines go to standard error; when convert or parse refuses the document,\n"
+        "a line FILE:LINE:COLUMN, the source line and a caret follow them (FILE is\n"
+        "\"<stdin>\" for standard input; no colours off a terminal or with NO_COLOR).\n"
+        "--version prints the program's version and the plug-in's.\n\nmodes:\n");
     for (std::size_t i = 0; i < program::kModeCount; ++i)
         std::printf("  %-9s %s\n", program::kModes[i].name, program::kModes[i].summary);
     std::printf(
         "\nexit status: 0 success (result on standard output), 1 the mode failed (nothing\n"
         "on standard output), 2 bad command line, unreadable input or unwritable output.\n");
+}
+
+void PrintVersion() {
+    std::printf("tavrin-host %s\nplug-in %s\n", TAVRIN_HOST_VERSION, __MODULE_string);
 }
 
 int UsageError(const std::string& message) {
@@ -62,16 +72,20 @@ int main(int argc, char** argv) {
         PrintHelp();
         return program::kExitSuccess;
     }
+    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+        PrintVersion();
+        return program::kExitSuccess;
+    }
     if (argc < 2 || argc > 3) return UsageError("expected MODE [FILE|-]");
     const program::Mode* mode = FindMode(argv[1]);
     if (mode == nullptr) return UsageError(std::string("unknown mode '") + argv[1] + "'");
-    std::string input;
+    program::Document document;
     std::string error;
-    if (!ReadInput(argc == 3 ? argv[2] : nullptr, input, error)) {
+    if (!ReadInput(argc == 3 ? argv[2] : nullptr, document, error)) {
         std::fprintf(stderr, "tavrin-host: %s\n", error.c_str());
         return program::kExitUsage;
     }
-    const int status = mode->run(input);
+    const int status = mode->run(document);
     if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
         std::fprintf(stderr, "tavrin-host: cannot write standard output\n");
         return program::kExitUsage;

@@ -4,13 +4,14 @@
 #include <utility>
 
 #include "json/legacy/Value.h"
+#include "json/legacy/internal/Messages.h"
 
 namespace json {
 
 namespace {
 
 void RequireBelow(std::size_t index, std::size_t limit) {
-    if (index >= limit) throw std::out_of_range("json::Array: index out of range");
+    if (index >= limit) throw std::out_of_range(messages::kIndexOutOfRange);
 }
 
 }  // namespace

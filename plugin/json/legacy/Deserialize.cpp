@@ -1,13 +1,15 @@
 #include "json/legacy/Deserialize.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <string_view>
 #include <utility>
 
-#include "json/Parser.h"
+#include "base/Hash.h"
+#include "json/common/Nesting.h"
+#include "json/common/PositionIndex.h"
 #include "json/legacy/internal/ClampedInt.h"
-#include "json/legacy/internal/EntryIndex.h"
 #include "json/legacy/internal/TextClass.h"
 #include "json/legacy/internal/Unescape.h"
 #include "json/legacy/internal/ValueAccess.h"
@@ -18,15 +20,13 @@
 // proportion to the part of the text it consumes (plus one scan of a nested
 // container's span per level).
 
-// Keeps large locals out of the frames that recur once per nesting level.
-#define NOINLINE __attribute__((noinline))
-
 namespace json {
 
 namespace {
 
 constexpr std::size_t kNotFound = std::string_view::npos;
-constexpr int kMaxNesting = ::tavrin::plugin::json::Parser::kDefaultMaxDepth;
+using tavrin::plugin::json::common::kMaxNesting;
+using tavrin::plugin::json::common::PositionIndex;
 
 // The depth stack of one Deserialize call, and how many containers deep the
 // reader stands (the document itself is level 1).
@@ -117,15 +117,39 @@ bool Encloses(std::string_view text, char open, char close) {
     return text.size() >= 2 && text.front() == open && text.back() == close;
 }
 
+// tavrin::base::Hash(std::string(key), '\0') without making the string:
+// the key up to its first NUL byte.
+std::uint32_t KeyHash(std::string_view key) {
+    std::uint32_t h = tavrin::base::detail::kFnvOffset;
+    for (const char c : key) {
+        if (c == '\0') break;
+        h = tavrin::base::detail::HashStep(h, static_cast<unsigned char>(c));
+    }
+    return h;
+}
+
+// The position of the key's entry, found the way the table's operator[]
+// finds it (first entry of the key's case-folded hash); a new entry holding
+// Value() is appended when there is none. Out of line: the key's string is
+// made here, not in the frames that recur once per nesting level.
+[[gnu::noinline]] std::size_t EntryFor(Object::Table& entries, PositionIndex& index, std::string_view key) {
+    const std::uint32_t hash = KeyHash(key);
+    const std::size_t found = index.Find(entries, hash);
+    if (found != entries.size()) return found;
+    entries.emplace_back(hash, std::string(key), Value());
+    index.Remember(entries);
+    return found;
+}
+
 // The slot of a repeated key goes back to Value() before the new value is
 // read into it, so it holds nothing of the old one.
-NOINLINE void Refresh(Value& slot) { ValueAccess::Replace(slot, Value()); }
+[[gnu::noinline]] void Refresh(Value& slot) { ValueAccess::Replace(slot, Value()); }
 
 // The members of an object between its braces. Whatever stands between a
 // value and the next key's opening quote is passed over.
 void DeserializeMembers(std::string_view body, ReadState& state, Value& out) {
     Object::Table entries;
-    EntryIndex index;
+    PositionIndex index;
     while (!body.empty()) {
         const std::size_t open = FindClosingQuote(body, 0);
         if (open == kNotFound) return;
@@ -134,7 +158,7 @@ void DeserializeMembers(std::string_view body, ReadState& state, Value& out) {
         const std::size_t colon = body.find(':', close);
         if (colon == kNotFound || close == open + 1) return;
         const std::size_t count = entries.size();
-        const std::size_t slot = index.SlotFor(entries, body.substr(open + 1, close - open - 1));
+        const std::size_t slot = EntryFor(entries, index, body.substr(open + 1, close - open - 1));
         if (slot < count) Refresh(entries[slot].value);
         body.remove_prefix(colon + 1);
         bool error = false;
@@ -212,7 +236,7 @@ void DeserializeNested(std::string_view& text, bool& error, ReadState& state, Va
 }
 
 // A string at the front of `text`, unescaped and trimmed.
-NOINLINE void DeserializeText(std::string_view& text, bool& error, Value& out) {
+[[gnu::noinline]] void DeserializeText(std::string_view& text, bool& error, Value& out) {
     const std::size_t close = FindClosingQuote(text, 1);
     if (close == kNotFound) {
         error = true;
@@ -283,7 +307,7 @@ bool ScalarOf(const ScalarWalk& walk, Value& out) {
 
 // A literal or a number, up to the next comma (which stays in `text`). White
 // space inside the token is skipped.
-NOINLINE void DeserializeScalar(std::string_view& text, bool& error, ReadState& state, Value& out) {
+[[gnu::noinline]] void DeserializeScalar(std::string_view& text, bool& error, ReadState& state, Value& out) {
     ScalarWalk walk;
     std::size_t i = 0;
     for (; i < text.size() && text[i] != ','; ++i) {

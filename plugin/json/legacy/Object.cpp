@@ -4,13 +4,14 @@
 #include <utility>
 
 #include "json/legacy/Value.h"
+#include "json/legacy/internal/Messages.h"
 
 namespace json {
 
 namespace {
 
 const std::string& ExistingKeyError() {
-    throw std::out_of_range("json::Object: no entry for the key");
+    throw std::out_of_range(messages::kNoEntry);
 }
 
 }  // namespace
@@ -53,7 +54,7 @@ Object::const_iterator Object::find(const std::string& key) const { return mEntr
 Value& Object::operator[](const std::string& key) { return mEntries[key]; }
 
 Value& Object::operator[](const char* key) {
-    if (key == nullptr) throw std::invalid_argument("json::Object: null key");
+    if (key == nullptr) throw std::invalid_argument(messages::kNullKey);
     return mEntries[std::string(key)];
 }
 
@@ -64,7 +65,7 @@ const Value& Object::operator[](const std::string& key) const {
 }
 
 const Value& Object::operator[](const char* key) const {
-    if (key == nullptr) throw std::invalid_argument("json::Object: null key");
+    if (key == nullptr) throw std::invalid_argument(messages::kNullKey);
     return (*this)[std::string(key)];
 }
 
@@ -78,7 +79,7 @@ int Object::HasKeys(const std::vector<std::string>& keys) const {
 
 // A null key text is a key the object does not hold.
 int Object::HasKeys(const char** keys, int count) const {
-    if (keys == nullptr && count > 0) throw std::invalid_argument("json::Object: null key list");
+    if (keys == nullptr && count > 0) throw std::invalid_argument(messages::kNullKeyList);
     for (int i = 0; i < count; ++i)
         if (keys[i] == nullptr || !HasKey(keys[i])) return i;
     return -1;

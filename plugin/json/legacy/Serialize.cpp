@@ -39,7 +39,7 @@ void AppendObject(std::string& out, const json::Object& object) {
 
 // Out of line, so that the frames of the recursion carry no buffer.
 template <class Number>
-__attribute__((noinline)) void AppendNumber(std::string& out, Number number) {
+[[gnu::noinline]] void AppendNumber(std::string& out, Number number) {
     char text[32];
     const auto result = std::to_chars(text, text + sizeof text, number);
     out.append(text, result.ptr);

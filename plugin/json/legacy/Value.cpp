@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "json/legacy/internal/Messages.h"
 #include "json/legacy/internal/ValueAccess.h"
 
 namespace json {
@@ -11,12 +12,12 @@ namespace {
 
 const char* RequirementMessage(ValueType type) {
     switch (type) {
-        case BoolVal: return "json mValueType==BoolVal required";
-        case StringVal: return "json mValueType==StringVal required";
-        case ObjectVal: return "json mValueType==ObjectVal required";
-        case ArrayVal: return "json mValueType==ArrayVal required";
-        case FractionVal: return "json mValueType==FractionVal required";
-        default: return "json mValueType==IsNumeric() required";
+        case BoolVal: return messages::kBoolRequired;
+        case StringVal: return messages::kStringRequired;
+        case ObjectVal: return messages::kObjectRequired;
+        case ArrayVal: return messages::kArrayRequired;
+        case FractionVal: return messages::kFractionRequired;
+        default: return messages::kNumberRequired;
     }
 }
 
@@ -28,7 +29,7 @@ const tavrin::base::Fraction& DefaultFraction() {
 }
 
 const char* NonNullText(const char* text) {
-    if (text == nullptr) throw std::invalid_argument("json::Value: null text");
+    if (text == nullptr) throw std::invalid_argument(messages::kNullText);
     return text;
 }
 

@@ -1,9 +1,10 @@
 #pragma once
+// Private to the plug-in's sources (not installed): shared by both readers.
 
 #include <cstddef>
 #include <cstdint>
 
-namespace tavrin::plugin::json::detail {
+namespace tavrin::plugin::json::common {
 
 // The seed of SpreadHash, drawn once per process.
 extern const std::uint64_t kIndexSeed;
@@ -26,4 +27,4 @@ struct SpreadHasher {
     std::size_t operator()(std::uint32_t hash) const { return SpreadHash(hash); }
 };
 
-}  // namespace tavrin::plugin::json::detail
+}  // namespace tavrin::plugin::json::common

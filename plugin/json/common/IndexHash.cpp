@@ -1,9 +1,9 @@
-#include "json/internal/IndexHash.h"
+#include "json/common/IndexHash.h"
 
 #include <chrono>
 #include <random>
 
-namespace tavrin::plugin::json::detail {
+namespace tavrin::plugin::json::common {
 
 namespace {
 
@@ -26,4 +26,4 @@ std::uint64_t DrawSeed() {
 
 const std::uint64_t kIndexSeed = DrawSeed();
 
-}  // namespace tavrin::plugin::json::detail
+}  // namespace tavrin::plugin::json::common
