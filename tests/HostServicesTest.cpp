@@ -128,6 +128,11 @@ TEST(HostFraction, FromPartsStoresReducesOrApproximates) {
         // 1/1073741824.5: the semiconvergent at exactly half the partial
         // quotient is nearer here than the convergent 1/1073741824.
         {2, 2147483649LL, "1/1073741825", false}, {-2, 2147483649LL, "-1/1073741825", false},
+        // At exactly half the partial quotient, a tie keeps the convergent;
+        // a rest whose continued fraction runs longer than the previous
+        // convergent's decides by the parity of its length.
+        {97066260776LL, 485331303993LL, "429496729/2147483646", false},
+        {16191885103LL, 34359729066LL, "1011992821/2147483071", false},
     };
     for (const MadeCase& c : cases)
         EXPECT_EQ(Made(c.numerator, c.denominator), std::make_pair(std::string(c.text), c.exact))

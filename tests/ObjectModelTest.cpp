@@ -101,6 +101,12 @@ TEST(Arr32, UniqueAddSkipsValuesPresent) {
     values.Clear();
     EXPECT_EQ(values.begin(), values.end());
 
+    std::uint32_t none[1] = {77};
+    tavrin::base::Arr32 full(none, 0, true);  // no room in the given storage
+    EXPECT_TRUE(full.Add(5u, false));
+    EXPECT_EQ(none[0], 77u);
+    EXPECT_EQ(*full.begin(), 5u);
+
     tavrin::base::Arr32 unbacked(nullptr, 4, false);  // no storage: grows on the first add
     EXPECT_EQ(unbacked.Add("x-y", '-'), 2);
     EXPECT_EQ(std::vector<std::uint32_t>(unbacked.begin(), unbacked.end()),
@@ -115,6 +121,15 @@ struct FailingAttributes : object {
         return false;
     }
 };
+
+TEST(IAttributes, FromStringNamesTheObjectToStringWritesTheName) {
+    object obj("before");
+    EXPECT_TRUE(obj.fromString("{name=after-it}"));
+    EXPECT_TRUE(obj.fromString("{other=x}"));  // no name: kept
+    std::string text;
+    EXPECT_TRUE(obj.toString(text));
+    EXPECT_EQ(text, "{name=after-it}");
+}
 
 TEST(IAttributes, ToStringSucceedsWhateverToAttrSetSays) {
     FailingAttributes obj;
