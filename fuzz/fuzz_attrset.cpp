@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "DiscardLog.h"
+#include "support/DiscardLog.h"
 #include "FuzzCheck.h"
 #include "base/AttrSet.h"
 
@@ -25,7 +25,7 @@ bool SameEntries(const tavrin::base::AttrSet& a, const tavrin::base::AttrSet& b)
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    tavrin::fuzz::DiscardLog();
+    tavrin::test::DiscardLog();
     const std::string text(reinterpret_cast<const char*>(data), size);
     const tavrin::base::AttrSet read(text.c_str());
     const std::string written = read.ToString(false);

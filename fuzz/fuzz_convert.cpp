@@ -10,7 +10,7 @@
 #include <cstdio>
 #include <string>
 
-#include "DiscardLog.h"
+#include "support/DiscardLog.h"
 #include "FuzzCheck.h"
 #include "base/AttrSet.h"
 #include "base/Factory.h"
@@ -46,7 +46,7 @@ bool FirstNonBlankIs(const std::string& text, char wanted) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    tavrin::fuzz::DiscardLog();
+    tavrin::test::DiscardLog();
     Command& command = RegisteredCommand();
     const std::string text(reinterpret_cast<const char*>(data), size);
     const std::string untouched = "untouched";

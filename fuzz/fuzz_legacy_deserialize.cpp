@@ -6,13 +6,13 @@
 #include <cstdint>
 #include <string>
 
-#include "DiscardLog.h"
+#include "support/DiscardLog.h"
 #include "FuzzCheck.h"
 #include "json/legacy/Deserialize.h"
 #include "json/legacy/Serialize.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    tavrin::fuzz::DiscardLog();
+    tavrin::test::DiscardLog();
     const std::string text(reinterpret_cast<const char*>(data), size);
     const json::Value value = json::Deserialize(text);
     const std::string written = json::Serialize(value);

@@ -6,13 +6,13 @@
 #include <cstdint>
 #include <string>
 
-#include "DiscardLog.h"
+#include "support/DiscardLog.h"
 #include "FuzzCheck.h"
 #include "json/JsonNode.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using tavrin::plugin::json::Node;
-    tavrin::fuzz::DiscardLog();
+    tavrin::test::DiscardLog();
     const std::string text(reinterpret_cast<const char*>(data), size);
     Node node;
     if (!node.Deserialize(text.c_str())) {

@@ -1,10 +1,10 @@
 # Sanitizer and valgrind runs (part of check).
 #   make check-asan       every test under AddressSanitizer, UndefinedBehavior-
 #                         Sanitizer and LeakSanitizer (clang, preset "asan"),
-#                         except the exported-symbol list, which is the GCC
+#                         except the exported-symbol list (label "symbols"), the GCC
 #                         build's (clang exports other template instances)
 #   make check-tsan       the threaded tests under ThreadSanitizer (preset
-#                         "tsan"): tests whose names match TSAN_TESTS. The
+#                         "tsan"): tests labelled "threads". The
 #                         runtime's operator new takes the place of the test
 #                         binaries' allocation-counting one (the preset links
 #                         with --allow-multiple-definition); tests that count
@@ -13,8 +13,6 @@
 #                         and on malformed inputs (dev build)
 
 .PHONY: check-asan check-tsan check-valgrind
-
-TSAN_TESTS ?= Thread|Concurren|Parallel|Simultaneous
 
 check-asan:
 	@scripts/deps.sh base fuzz
@@ -26,7 +24,7 @@ check-tsan:
 	@scripts/deps.sh base fuzz
 	cmake --preset tsan
 	cmake --build --preset tsan -j2
-	ctest --preset tsan -j2 -R '$(TSAN_TESTS)'
+	ctest --preset tsan -j2 -L threads
 
 check-valgrind:
 	@scripts/deps.sh base valgrind

@@ -26,7 +26,7 @@ if [ "$target" = fuzz_attrset ]; then
   corpus+=(fuzz/seeds/attrset)
 else
   corpus+=(fuzz/seeds/json)
-  for extra in tests/conformance ../shared/corpus ../shared/testdata; do
+  for extra in tests/conformance tests/data/corpus tests/data/testdata; do
     [ -d "$extra" ] && corpus+=("$extra")
   done
 fi

@@ -15,7 +15,7 @@ host="$build/tools/tavrin-host/tavrin-host"
 [ -x "$host" ] || { echo "$host is missing: build the dev preset first" >&2; exit 2; }
 
 inputs=()
-for dir in ../shared/corpus examples fuzz/seeds/json fuzz/regressions/fuzz_node_deserialize \
+for dir in tests/data/corpus examples fuzz/seeds/json fuzz/regressions/fuzz_node_deserialize \
            fuzz/regressions/fuzz_convert; do
   [ -d "$dir" ] || continue
   while IFS= read -r -d '' file; do inputs+=("$file"); done \

@@ -13,6 +13,7 @@
 #include "base/HashTable.h"
 #include "json/JsonNode.h"
 #include "json/Parser.h"
+#include "json/legacy/Deserialize.h"
 #include "json/legacy/Value.h"
 
 // Parser and json::Value have members of more than one access level, so
@@ -103,5 +104,9 @@ struct ValueLayout : json::Value {
     }
 };
 static_assert(sizeof(ValueLayout) == sizeof(json::Value));
+
+// The legacy reader's depth markers: one byte, objects 0, arrays 1.
+static_assert(sizeof(json::StackDepthType) == 1);
+static_assert(json::ObjectDepth == 0 && json::ArrayDepth == 1);
 
 }  // namespace

@@ -31,14 +31,14 @@ std::vector<fs::path> CaseInputs(const fs::path& dir) {
 }  // namespace
 
 // Every NAME.json under tests/conformance/legacy reads and writes back as
-// NAME.expected says (its text up to a final line break).
+// NAME.expect says (its text up to a final line break).
 TEST(LegacyConformance, EveryCaseReadsBackAsExpected) {
     const fs::path dir = fs::path(TAVRIN_SOURCE_DIR) / "tests" / "conformance" / "legacy";
     const std::vector<fs::path> inputs = CaseInputs(dir);
     ASSERT_GE(inputs.size(), 50u) << dir;
     for (const fs::path& input : inputs) {
         fs::path expectedPath = input;
-        expectedPath.replace_extension(".expected");
+        expectedPath.replace_extension(".expect");
         std::string expected = tavrin::test::ReadFile(expectedPath.string());
         ASSERT_FALSE(expected.empty()) << "no expected text for " << input.filename();
         if (expected.back() == '\n') expected.pop_back();

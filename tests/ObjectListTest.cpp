@@ -11,7 +11,7 @@ namespace {
 using tavrin::base::object;
 using tavrin::base::ObjectList;
 
-TEST(ObjectListTest, FindsByIdCaseInsensitivelyOrByExactText) {
+TEST(ObjectList, FindsByIdCaseInsensitivelyOrByExactText) {
     ObjectList list;
     object* cam = new object("Cam-Front");
     ASSERT_TRUE(list.Add(cam, false));
@@ -22,7 +22,7 @@ TEST(ObjectListTest, FindsByIdCaseInsensitivelyOrByExactText) {
     EXPECT_EQ(list.Find(nullptr, true), nullptr);
 }
 
-TEST(ObjectListTest, AddingASecondObjectOfOneIdKeepsOneOfThem) {
+TEST(ObjectList, AddingASecondObjectOfOneIdKeepsOneOfThem) {
     const long long before = tavrin::host::LiveObjectBytes();
     {
         ObjectList list;
@@ -43,11 +43,7 @@ TEST(ObjectListTest, AddingASecondObjectOfOneIdKeepsOneOfThem) {
     EXPECT_EQ(tavrin::host::LiveObjectBytes(), before);
 }
 
-TEST(FactoryTest, OneFactoryPerProcess) {
-    EXPECT_EQ(&tavrin::stream::Factory::Globle(), &tavrin::stream::Factory::Globle());
-}
-
-TEST(FactoryTest, RegistryComesFirst) {
+TEST(Factory, RegistryComesFirst) {
     auto& factory = tavrin::stream::Factory::Globle();
     EXPECT_EQ(static_cast<void*>(&factory.Registry()), static_cast<void*>(&factory));
 }

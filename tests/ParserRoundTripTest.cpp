@@ -40,11 +40,11 @@ TEST(ParserRoundTrip, GeneratedDocumentsReadBackEqual) {
     }));
 }
 
-const std::string kShared = TAVRIN_SHARED_DIR;
+const std::string kData = TAVRIN_DATA_DIR;
 
 TEST(ParserRoundTrip, BenchmarkCorpusParsesAndReadsBackEqual) {
     for (const char* name : {"canada.json", "citm_catalog.json", "twitter.json"}) {
-        const std::string text = ReadFile(kShared + "/corpus/" + name);
+        const std::string text = ReadFile(kData + "/corpus/" + name);
         ASSERT_GT(text.size(), 100000u) << name;
         Node document;
         ASSERT_TRUE(document.Deserialize(text)) << name;
@@ -58,7 +58,7 @@ TEST(ParserRoundTrip, BenchmarkCorpusParsesAndReadsBackEqual) {
 // crashing, on a small stack.
 TEST(ParserRoundTrip, PublicTestFilesParseOrFailWithARedLine) {
     int files = 0, parsed = 0;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(kShared + "/testdata")) {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(kData + "/testdata")) {
         if (!entry.is_regular_file() || entry.path().extension() != ".json") continue;
         SCOPED_TRACE(entry.path().string());
         const std::string text = ReadFile(entry.path().string());

@@ -16,7 +16,7 @@
 #include "memory/Footprint.h"
 #include "memory/NodeFloor.h"
 #include "support/Documents.h"
-#include "support/QuietLog.h"
+#include "support/DiscardLog.h"
 
 namespace tavrin::bench {
 
@@ -73,7 +73,7 @@ void RegisterAll(const std::vector<Document>& docs) {
 
 int main(int argc, char** argv) {
     using namespace tavrin::bench;
-    SilenceLog();
+    tavrin::test::DiscardLog();
     static const std::vector<Document> docs = AllDocuments();
     RegisterAll<TavrinLibrary, LegacyLibrary, RapidJsonLibrary, NlohmannLibrary, JsonCppLibrary,
                 SimdjsonLibrary>(docs);

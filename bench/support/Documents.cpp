@@ -14,7 +14,7 @@ namespace {
 
 std::string CorpusDir() {
     if (const char* dir = std::getenv("TAVRIN_CORPUS_DIR")) return dir;
-    return std::string(TAVRIN_SHARED_DIR) + "/corpus";
+    return std::string(TAVRIN_DATA_DIR) + "/corpus";
 }
 
 std::string ReadFile(const std::string& path) {

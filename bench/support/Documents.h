@@ -18,7 +18,7 @@ struct Document {
 };
 
 // The three corpus files (canada.json, citm_catalog.json, twitter.json) from
-// the shared corpus folder, or from $TAVRIN_CORPUS_DIR when that is set.
+// tests/data/corpus, or from $TAVRIN_CORPUS_DIR when that is set.
 // Throws std::runtime_error when a file cannot be read.
 std::vector<Document> CorpusDocuments();
 

@@ -4,14 +4,14 @@
 #include <benchmark/benchmark.h>
 
 #include "support/Documents.h"
-#include "support/QuietLog.h"
+#include "support/DiscardLog.h"
 #include "support/WarmHeap.h"
 #include "timing/Comparisons.h"
 #include "timing/Convert.h"
 #include "timing/Scaling.h"
 
 int main(int argc, char** argv) {
-    tavrin::bench::SilenceLog();
+    tavrin::test::DiscardLog();
     tavrin::bench::KeepFreedMemory();
     static const std::vector<tavrin::bench::Document> docs = tavrin::bench::AllDocuments();
     tavrin::bench::RegisterComparisons(docs);

@@ -38,7 +38,7 @@ F* Registered(const char* name) {
     return dynamic_cast<F*>(factory.Registry().Find(name, true));
 }
 
-TEST(PluginLoadTest, LoadingAnnouncesTheEntryOnceAndRegistersNothing) {
+TEST(PluginLoad, LoadingAnnouncesTheEntryOnceAndRegistersNothing) {
     EXPECT_EQ(AnnouncementsOfPluginJson(), 0);
     ASSERT_NE(LoadPlugin(), nullptr) << dlerror();
     ASSERT_EQ(AnnouncementsOfPluginJson(), 1);
@@ -52,7 +52,7 @@ TEST(PluginLoadTest, LoadingAnnouncesTheEntryOnceAndRegistersNothing) {
     EXPECT_EQ(tavrin::stream::Factory::Globle().Registry().Size(), 0u);
 }
 
-TEST(PluginLoadTest, TheAnnouncedEntryRegistersBothFunctions) {
+TEST(PluginLoad, TheAnnouncedEntryRegistersBothFunctions) {
     ASSERT_NE(LoadPlugin(), nullptr) << dlerror();
     Entry entry = tavrin::host::FindReflected("PluginJson");
     ASSERT_NE(entry, nullptr);

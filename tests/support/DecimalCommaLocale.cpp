@@ -1,10 +1,9 @@
 #include "support/DecimalCommaLocale.h"
 
-#include <gtest/gtest.h>
-
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 
 namespace tavrin::test {
@@ -15,7 +14,10 @@ DecimalCommaLocale::DecimalCommaLocale() : _previous(std::setlocale(LC_ALL, null
     if (MakeOwn()) Use("tavrin_comma");
 }
 
-DecimalCommaLocale::~DecimalCommaLocale() { std::setlocale(LC_ALL, _previous.c_str()); }
+DecimalCommaLocale::~DecimalCommaLocale() {
+    std::setlocale(LC_ALL, _previous.c_str());
+    if (!_folder.empty()) std::filesystem::remove_all(_folder);
+}
 
 bool DecimalCommaLocale::Use(const char* name) {
     _active = std::setlocale(LC_ALL, name) != nullptr &&
@@ -24,15 +26,16 @@ bool DecimalCommaLocale::Use(const char* name) {
 }
 
 bool DecimalCommaLocale::MakeOwn() {
-    const std::string folder = testing::TempDir() + "tavrin-locales";
-    const std::string source = testing::TempDir() + "tavrin_comma.def";
+    std::string pattern = (std::filesystem::temp_directory_path() / "tavrin-locale-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) return false;
+    _folder = pattern;
+    const std::string source = _folder + "/tavrin_comma.def";
     std::ofstream(source) << "LC_NUMERIC\ndecimal_point \",\"\nthousands_sep \".\"\n"
                              "grouping 3\nEND LC_NUMERIC\n";
-    const std::string command = "mkdir -p '" + folder + "' && localedef -c -i '" + source +
-                                "' -f ANSI_X3.4-1968 '" + folder +
+    const std::string command = "localedef -c -i '" + source + "' -f ANSI_X3.4-1968 '" + _folder +
                                 "/tavrin_comma' >/dev/null 2>&1";
     (void)std::system(command.c_str());
-    return setenv("LOCPATH", folder.c_str(), 1) == 0;
+    return setenv("LOCPATH", _folder.c_str(), 1) == 0;
 }
 
 }  // namespace tavrin::test

@@ -6,7 +6,7 @@ namespace tavrin::test {
 
 // Sets the process locale to one whose decimal point is a comma for as long
 // as it lives: an installed one, or else one made with localedef in a
-// temporary folder (named through LOCPATH).
+// temporary folder (named through LOCPATH) that goes with it.
 class DecimalCommaLocale {
 public:
     DecimalCommaLocale();
@@ -18,9 +18,10 @@ public:
 
 private:
     bool Use(const char* name);
-    static bool MakeOwn();
+    bool MakeOwn();
 
     std::string _previous;
+    std::string _folder;
     bool _active = false;
 };
 
