@@ -5,7 +5,10 @@
 #include <clocale>
 #include <cstdlib>
 #include <locale.h>
+#include <string>
 #include <system_error>
+
+#include "json/internal/DecimalToDouble.h"
 
 namespace tavrin::plugin::json {
 
@@ -20,21 +23,32 @@ locale_t CLocale() {
 
 }  // namespace
 
-long long ReadInt64(const std::string& text) {
+// Up to 18 digits cannot overflow and are summed up directly.
+long long ReadInt64(const char* first, const char* last) {
+    const bool negative = first != last && *first == '-';
+    const char* digits = first + (negative ? 1 : 0);
+    if (last - digits <= 18) {
+        long long sum = 0;
+        const char* p = digits;
+        for (; p != last && *p >= '0' && *p <= '9'; ++p) sum = sum * 10 + (*p - '0');
+        if (p == last && p != digits) return negative ? -sum : sum;
+    }
     long long value = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value, 10);
+    const auto result = std::from_chars(first, last, value, 10);
     if (result.ec == std::errc::result_out_of_range)
-        return !text.empty() && text.front() == '-' ? LLONG_MIN : LLONG_MAX;
+        return first != last && *first == '-' ? LLONG_MIN : LLONG_MAX;
     return value;
 }
 
-// from_chars is exact and fast for every value in range; the rare texts
-// beyond the range of double go to strtod_l, which gives the standard
-// overflow and underflow results.
-double ReadDouble(const std::string& text) {
+// Most numbers have a quick answer; from_chars is exact for every other value
+// in range; the rare texts beyond the range of double go to strtod_l, which
+// gives the standard overflow and underflow results.
+double ReadDouble(const char* first, const char* last) {
     double value = 0.0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (DecimalToDouble(first, last, value)) return value;
+    const auto result = std::from_chars(first, last, value);
     if (result.ec != std::errc::result_out_of_range) return value;
+    const std::string text(first, last);
     const locale_t c = CLocale();
     return c != static_cast<locale_t>(nullptr) ? strtod_l(text.c_str(), nullptr, c)
                                                : std::strtod(text.c_str(), nullptr);
