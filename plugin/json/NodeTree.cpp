@@ -54,29 +54,54 @@ void CopyElements(const Object& source, Object& target, PendingCopies& pending) 
     }
 }
 
+// Gives `node` a new, empty container through its own _create handler, so
+// that its _destroy handler frees it as it expects; a node without handlers
+// gets one from new.
+template <class T>
+T& NewContainer(Node& node) {
+    if (node._create)
+        node._create(&node);
+    else
+        node._buf = new T();
+    return *static_cast<T*>(node._buf);
+}
+
+// Frees the container NewContainer gave `node`, with all that was copied into
+// it so far.
+template <class T>
+void FreeContainer(Node& node) noexcept {
+    if (node._destroy)
+        node._destroy(&node);
+    else
+        delete static_cast<T*>(node._buf);
+    node._buf = nullptr;
+}
+
 // The target owns its new container before it is filled, so a failure while
 // filling frees everything made so far.
 template <class T>
 void FillPending(const PendingCopy& copy, PendingCopies& pending) {
-    auto* value = new T();
-    copy.target->_buf = value;
-    CopyElements(*static_cast<const T*>(copy.source->_buf), *value, pending);
+    CopyElements(*static_cast<const T*>(copy.source->_buf), NewContainer<T>(*copy.target), pending);
 }
 
 template <class T>
 void CopyTree(Node* node, const T& source) {
-    std::unique_ptr<T> root(new T());
-    PendingCopies pending;
-    CopyElements(source, *root, pending);
-    while (!pending.empty()) {
-        const PendingCopy next = pending.back();
-        pending.pop_back();
-        if (next.source->Is<Array>())
-            FillPending<Array>(next, pending);
-        else
-            FillPending<Object>(next, pending);
+    T& root = NewContainer<T>(*node);
+    try {
+        PendingCopies pending;
+        CopyElements(source, root, pending);
+        while (!pending.empty()) {
+            const PendingCopy next = pending.back();
+            pending.pop_back();
+            if (next.source->Is<Array>())
+                FillPending<Array>(next, pending);
+            else
+                FillPending<Object>(next, pending);
+        }
+    } catch (...) {
+        FreeContainer<T>(*node);
+        throw;
     }
-    node->_buf = root.release();
 }
 
 // Moves the containers held directly in `node`'s value to `out`.
@@ -106,13 +131,36 @@ void FreeNested(Node& node) noexcept {
     }
 }
 
+// Containers of this thread being freed by recursion, one inside the other.
+constexpr int kRecursiveReleaseLevels = 32;
+thread_local int tRecursiveReleases = 0;
+
+// Counts one container being freed by recursion for as long as it lives.
+struct ReleaseLevel {
+    ReleaseLevel() { ++tRecursiveReleases; }
+    ~ReleaseLevel() { --tRecursiveReleases; }
+    ReleaseLevel(const ReleaseLevel&) = delete;
+    ReleaseLevel& operator=(const ReleaseLevel&) = delete;
+};
+
 }  // namespace
 
 void Node::CopyContainer(Node* node, const Array& src) { CopyTree(node, src); }
 void Node::CopyContainer(Node* node, const Object& src) { CopyTree(node, src); }
 
+// Containers nested this deep are freed by plain recursion, which is the
+// quickest way; below that, each container's nested containers are moved out
+// and freed one after another.
 void Node::Release() noexcept {
-    if (IsFilledContainer(*this)) FreeNested(*this);
+    if (IsFilledContainer(*this)) {
+        if (tRecursiveReleases < kRecursiveReleaseLevels) {
+            const ReleaseLevel level;
+            _destroy(this);
+            _buf = nullptr;
+            return;
+        }
+        FreeNested(*this);
+    }
     if (_destroy) _destroy(this);
     _buf = nullptr;
 }
