@@ -29,6 +29,13 @@ inline std::uint32_t Hash(const std::string& s, char stop) {
     return h;
 }
 
+// Case-folding 32-bit FNV-1a of the bytes from `first` up to `last`.
+inline std::uint32_t Hash(const char* first, const char* last) {
+    std::uint32_t h = detail::kFnvOffset;
+    for (; first != last; ++first) h = detail::HashStep(h, static_cast<unsigned char>(*first));
+    return h;
+}
+
 // Case-folding 32-bit FNV-1a of a NUL-terminated text; 0 for a null pointer.
 inline std::uint32_t Hash(const char* s) {
     if (s == nullptr) return 0;

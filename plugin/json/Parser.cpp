@@ -16,6 +16,7 @@
 #include "json/common/PositionIndex.h"
 #include "json/internal/NumberRead.h"
 #include "json/internal/ParserMessages.h"
+#include "json/internal/TreeBuilder.h"
 
 namespace tavrin::plugin::json {
 
@@ -515,9 +516,13 @@ Node* Parser::ParseObject() {
 
 // ---- document entry --------------------------------------------------------
 
-// A null text reads as an empty one (and fails like it).
+// A null text reads as an empty one (and fails like it). The quick builder
+// reads a well-formed document; when it gives up, the parser reads the text
+// again and logs why it fails.
 bool Node::Deserialize(const char* text) {
-    Parser parser(text != nullptr ? text : "");
+    if (text == nullptr) text = "";
+    if (detail::BuildTree(text, *this)) return true;
+    Parser parser(text);
     const NodePtr result(parser.ParseValue());
     if (result->IsEmpty()) return false;
     *this = std::move(*result);

@@ -1,0 +1,376 @@
+#include "json/internal/TreeBuilder.h"
+
+#include <array>
+#include <climits>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <deque>
+#include <iterator>
+#include <string>
+#include <utility>
+
+#include "base/Fraction.h"
+#include "base/Hash.h"
+#include "json/common/Nesting.h"
+#include "json/common/PositionIndex.h"
+#include "json/internal/CharClass.h"
+#include "json/internal/DecimalToDouble.h"
+#include "json/internal/NumberRead.h"
+#include "json/internal/CellNode.h"
+#include "json/internal/WordScan.h"
+
+namespace tavrin::plugin::json::detail {
+
+namespace {
+
+using Array = Node::Array;
+using Object = Node::Object;
+
+int Code(char c) { return static_cast<unsigned char>(c); }
+bool IsDigitChar(char c) { return IsDigit(Code(c)); }
+
+// Characters a string takes as they are: no quote, no backslash, no control
+// character (which includes the terminator).
+constexpr std::array<bool, 256> kPlainStringChars = [] {
+    std::array<bool, 256> plain{};
+    for (int c = 0; c < 256; ++c) plain[c] = c != '"' && c != '\\' && !IsControl(c);
+    return plain;
+}();
+
+bool IsPlainStringChar(char c) { return kPlainStringChars[static_cast<std::size_t>(Code(c))]; }
+
+bool IsSimpleEscape(char c) {
+    return c == '"' || c == '\\' || c == '/' || c == 'b' || c == 'f' || c == 'n' || c == 'r' ||
+           c == 't';
+}
+
+// What the builder keeps of one nesting level, for one container kind,
+// from one container to the next.
+template <class Container>
+struct Level {
+    // Where items go once a container outgrows its own room; its storage
+    // stays for the next container.
+    Container scratch;
+    // How many items the last container had.
+    std::size_t lastSize = 0;
+};
+
+// The items of one container being read. They go into a container with room
+// for as many as the last container of its kind and level had, since
+// documents repeat their shapes: a container that ends with exactly that many
+// is handed over whole, without moving an item. Beyond that room, items go on
+// in the level's scratch container; a container that does not end full is
+// moved once into one of exactly its size.
+template <class Container>
+class Gathering {
+public:
+    explicit Gathering(Level<Container>& level) : _level(level) {
+        if (level.lastSize != 0) _own.reserve(level.lastSize);
+    }
+
+    // The container the next item goes into, holding the items so far.
+    Container& Items() {
+        if (_inScratch) return _level.scratch;
+        if (_own.size() < _own.capacity()) return _own;
+        Container& scratch = _level.scratch;
+        scratch.clear();
+        scratch.insert(scratch.end(), std::make_move_iterator(_own.begin()),
+                       std::make_move_iterator(_own.end()));
+        Container().swap(_own);
+        _inScratch = true;
+        return scratch;
+    }
+
+    // Gives `node`, which holds nothing, a container of exactly the items.
+    void HandTo(Node& node, CellArena& arena) {
+        Container& items = _inScratch ? _level.scratch : _own;
+        _level.lastSize = items.size();
+        PutInCell<Container>(node, arena);
+        auto& exact = *static_cast<Container*>(node._buf);
+        if (!_inScratch && _own.size() == _own.capacity()) {
+            exact.swap(_own);
+            return;
+        }
+        exact.reserve(items.size());
+        exact.insert(exact.end(), std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()));
+        items.clear();
+    }
+
+private:
+    Level<Container>& _level;
+    Container _own;
+    bool _inScratch = false;
+};
+
+class TreeBuilder {
+public:
+    explicit TreeBuilder(const char* text) : _text(text), _end(text + std::strlen(text)), _at(text) {}
+
+    // The top-level rule: the first value is an object or an array. The
+    // Parser reads a text as if it ended after INT_MAX characters; a
+    // document that reaches that far is left to it.
+    bool Document(Node& into) {
+        SkipSpaces();
+        const char first = *_at;
+        const bool read = first == '{' ? ReadObject(into, 1) : first == '[' && ReadArray(into, 1);
+        return read && _at - _text <= INT_MAX;
+    }
+
+private:
+    // Runs of blanks, as indentation makes them, go eight at a time.
+    void SkipSpaces() {
+        while (IsSpace(Code(*_at))) {
+            ++_at;
+            if constexpr (kWordScan)
+                while (_end - _at >= 8 && LoadWord(_at) == kEightBlanks) _at += 8;
+        }
+    }
+
+    bool ReadValue(Node& into, int level);
+    template <class ReadItem>
+    bool ReadItems(char closing, ReadItem readItem);
+    bool ReadArray(Node& into, int level);
+    bool ReadObject(Node& into, int level);
+    bool ReadMember(Gathering<Object>& items, common::PositionIndex& index, int level);
+    bool ReadNumber(Node& into);
+    const char* SumDigits(const char* p, std::uint64_t& sum) const;
+    static bool ReadExponent(const char*& p, int& exponent);
+    bool ReadFraction(Node& into, const char* slash);
+    bool ReadWord(Node& into, const char* word, bool value);
+    const char* StringEnd() const;
+
+    // The state of a nesting level. A deque: growing it moves none of the
+    // levels being filled.
+    template <class Container>
+    static Level<Container>& LevelOf(std::deque<Level<Container>>& levels, int level) {
+        const auto index = static_cast<std::size_t>(level - 1);
+        if (levels.size() <= index) levels.resize(index + 1);
+        return levels[index];
+    }
+
+    const char* _text;
+    const char* _end;  // the terminator
+    const char* _at;   // the next character to read
+    CellArena _cells;
+    std::deque<Level<Array>> _arrays;
+    std::deque<Level<Object>> _objects;
+};
+
+// `level` counts the containers around the value.
+bool TreeBuilder::ReadValue(Node& into, int level) {
+    const char c = *_at;
+    if (c == '{') return ReadObject(into, level + 1);
+    if (c == '[') return ReadArray(into, level + 1);
+    if (c == '"') {
+        const char* end = StringEnd();
+        if (end == nullptr) return false;
+        PutInCell<std::string>(into, _cells, _at + 1, end);
+        _at = end + 1;
+        return true;
+    }
+    if (c == 't') return ReadWord(into, "true", true);
+    if (c == 'f') return ReadWord(into, "false", false);
+    if (c == '-' || IsDigitChar(c)) return ReadNumber(into);
+    return false;
+}
+
+// The closing quote of the string whose opening quote is at _at, or null.
+// Escape sequences are checked and kept as written.
+const char* TreeBuilder::StringEnd() const {
+    const char* p = _at + 1;
+    for (;;) {
+        while (IsPlainStringChar(*p)) ++p;
+        if (*p == '"') return p;
+        if (*p != '\\') return nullptr;
+        ++p;
+        if (*p == 'u') {
+            for (int i = 1; i <= 4; ++i)
+                if (!IsHexDigit(Code(p[i]))) return nullptr;
+            p += 5;
+        } else if (IsSimpleEscape(*p)) {
+            ++p;
+        } else {
+            return nullptr;
+        }
+    }
+}
+
+bool TreeBuilder::ReadWord(Node& into, const char* word, bool value) {
+    const char* p = _at;
+    for (; *word != '\0'; ++word, ++p)
+        if (*p != *word) return false;
+    _at = p;
+    PutInCell<bool>(into, _cells, value);
+    return true;
+}
+
+
+// The digits from `p` on, added to `sum` (modulo 2^64); where they end.
+const char* TreeBuilder::SumDigits(const char* p, std::uint64_t& sum) const {
+    static constexpr std::uint64_t kPowers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000};
+    std::uint64_t s = sum;
+    if constexpr (kWordScan) {
+        while (_end - p >= 8) {
+            const std::uint64_t word = LoadWord(p);
+            const int count = LeadingDigits(word);
+            if (count == 8) {
+                s = s * 100000000 + EightDigitsValue(word);
+                p += 8;
+                continue;
+            }
+            if (count != 0) s = s * kPowers[count] + LeadingDigitsValue(word, count);
+            sum = s;
+            return p + count;
+        }
+    }
+    for (; IsDigitChar(*p); ++p) s = s * 10 + static_cast<unsigned>(*p - '0');
+    sum = s;
+    return p;
+}
+
+// An integer part ("0", or a digit 1-9 and any digits, after an optional
+// "-"), then a "/" and a denominator's digits, or a fraction part and an
+// exponent for a double. A number that goes on in any other way leaves its
+// container unable to continue, so the Parser's look-ahead would have taken
+// it for the same kind. The digits are summed up on the way; where they are
+// too many for the sum, the text is converted again.
+bool TreeBuilder::ReadNumber(Node& into) {
+    const char* start = _at;
+    Decimal number;
+    number.negative = *start == '-';
+    const char* integer = start + (number.negative ? 1 : 0);
+    if (!IsDigitChar(*integer)) return false;
+    const char* p = *integer == '0' ? integer + 1 : SumDigits(integer, number.digits);
+    if (IsDigitChar(*p)) return false;
+    if (*p == '/') return ReadFraction(into, p);
+    std::ptrdiff_t digitCount = p - integer;
+    bool real = false;
+    if (*p == '.') {
+        const char* fraction = ++p;
+        if (!IsDigitChar(*p)) return false;
+        p = SumDigits(p, number.digits);
+        number.exponent = -static_cast<int>(p - fraction);
+        digitCount += p - fraction;
+        real = true;
+    }
+    if (*p == 'e' || *p == 'E') {
+        if (!ReadExponent(++p, number.exponent)) return false;
+        real = true;
+    }
+    _at = p;
+    const bool summed = digitCount <= kMostSignificantDigits;
+    if (real) {
+        double value = 0.0;
+        if (!summed || !DecimalToDouble(number, value)) value = ReadDouble(start, p);
+        PutInCell<double>(into, _cells, value);
+    } else {
+        const auto sum = static_cast<long long>(number.digits);
+        PutInCell<long long>(into, _cells,
+                       digitCount < kMostSignificantDigits ? (number.negative ? -sum : sum) : ReadInt64(start, p));
+    }
+    return true;
+}
+
+// An exponent's optional sign and digits from `p` on, added to `exponent`;
+// `p` is left after them. Beyond any double's range the value read stops
+// growing.
+bool TreeBuilder::ReadExponent(const char*& p, int& exponent) {
+    const bool negative = *p == '-';
+    if (*p == '+' || *p == '-') ++p;
+    if (!IsDigitChar(*p)) return false;
+    int value = 0;
+    for (; IsDigitChar(*p); ++p)
+        if (value < 100000) value = value * 10 + (*p - '0');
+    exponent += negative ? -value : value;
+    return true;
+}
+
+// _at is on the number's first character, `slash` on the "/" after its
+// integer part.
+bool TreeBuilder::ReadFraction(Node& into, const char* slash) {
+    const char* denominator = slash + 1;
+    if (!IsDigitChar(*denominator)) return false;
+    const char* end = denominator;
+    while (IsDigitChar(*end)) ++end;
+    tavrin::base::Fraction fraction;
+    fraction.From(ReadInt64(_at, slash), ReadInt64(denominator, end));
+    _at = end;
+    PutInCell<tavrin::base::Fraction>(into, _cells, fraction);
+    return true;
+}
+
+// The items of the container whose opening bracket is at _at, separated by
+// commas, up to `closing`; `readItem` reads one, from its first character.
+template <class ReadItem>
+bool TreeBuilder::ReadItems(char closing, ReadItem readItem) {
+    ++_at;
+    SkipSpaces();
+    if (*_at != closing) {
+        for (;;) {
+            SkipSpaces();
+            if (!readItem()) return false;
+            SkipSpaces();
+            if (*_at == closing) break;
+            if (*_at++ != ',') return false;
+        }
+    }
+    ++_at;
+    return true;
+}
+
+// `level` is the array's own nesting level.
+bool TreeBuilder::ReadArray(Node& into, int level) {
+    if (level > common::kMaxNesting) return false;
+    Gathering<Array> items(LevelOf(_arrays, level));
+    const bool read = ReadItems(']', [&] {
+        Array& elements = items.Items();
+        elements.emplace_back();
+        return ReadValue(elements.back(), level);
+    });
+    if (read) items.HandTo(into, _cells);
+    return read;
+}
+
+bool TreeBuilder::ReadObject(Node& into, int level) {
+    if (level > common::kMaxNesting) return false;
+    Gathering<Object> items(LevelOf(_objects, level));
+    common::PositionIndex index;
+    const bool read = ReadItems('}', [&] { return ReadMember(items, index, level); });
+    if (read) items.HandTo(into, _cells);
+    return read;
+}
+
+// A repeated key (by the table's case-folded hash) overwrites the value of
+// its first entry, which keeps its place and key text. The colon follows the
+// key's closing quote directly.
+bool TreeBuilder::ReadMember(Gathering<Object>& items, common::PositionIndex& index, int level) {
+    const char* end = *_at == '"' ? StringEnd() : nullptr;
+    if (end == nullptr || end[1] != ':') return false;
+    const std::uint32_t hash = tavrin::base::Hash(_at + 1, end);
+    std::string key(_at + 1, end);
+    _at = end + 2;
+    SkipSpaces();
+    Object& members = items.Items();
+    const std::size_t found = index.Find(members, hash);
+    members.emplace_back(hash, std::move(key), Node());
+    if (!ReadValue(members.back().value, level)) return false;
+    if (found < members.size() - 1) {
+        members[found].value = std::move(members.back().value);
+        members.pop_back();
+    } else {
+        index.Remember(members);
+    }
+    return true;
+}
+
+}  // namespace
+
+bool BuildTree(const char* text, Node& into) {
+    Node tree;
+    if (!TreeBuilder(text).Document(tree)) return false;
+    into = std::move(tree);
+    return true;
+}
+
+}  // namespace tavrin::plugin::json::detail

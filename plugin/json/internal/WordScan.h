@@ -1,0 +1,53 @@
+#pragma once
+// Internal to the plug-in's sources: not part of the installed headers.
+//
+// Eight characters at a time, read as one 64-bit word with the first
+// character in its lowest byte (little-endian targets; elsewhere kWordScan is
+// false and callers go character by character).
+
+#include <cstdint>
+#include <cstring>
+
+namespace tavrin::plugin::json::detail {
+
+inline constexpr bool kWordScan = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
+
+inline std::uint64_t LoadWord(const char* p) {
+    std::uint64_t word;
+    std::memcpy(&word, p, sizeof word);
+    return word;
+}
+
+// The position (0 to 7) of the first byte that `flags` marks with any bit,
+// `flags` not zero.
+inline int FirstFlagged(std::uint64_t flags) { return __builtin_ctzll(flags) / 8; }
+
+// How many of the characters, from the first, are digits (0 to 8). A digit's
+// byte has the high nibble 3, and still has after adding 6 (which carries
+// out of "9" and above). A carry into the next byte comes only from a byte
+// that is no digit, so it spoils no count.
+inline int LeadingDigits(std::uint64_t word) {
+    constexpr std::uint64_t kHigh = 0xF0F0F0F0F0F0F0F0u;
+    const std::uint64_t other =
+        ((word & kHigh) | (((word + 0x0606060606060606u) & kHigh) >> 4)) ^ 0x3333333333333333u;
+    return other == 0 ? 8 : FirstFlagged(other);
+}
+
+// The value of eight digits: pairs, then quadruples, then the whole, each step
+// a multiply that adds ten (a hundred, ten thousand) times the earlier part.
+inline std::uint64_t EightDigitsValue(std::uint64_t word) {
+    word = (word & 0x0F0F0F0F0F0F0F0Fu) * (10 * 256 + 1) >> 8;
+    word = (word & 0x00FF00FF00FF00FFu) * (100 * 65536 + 1) >> 16;
+    return (word & 0x0000FFFF0000FFFFu) * (10000 * 4294967296u + 1) >> 32;
+}
+
+// The value of the first `count` characters (1 to 7), all digits: they move to
+// the top of the word and zeros ("0" characters) fill in below.
+inline std::uint64_t LeadingDigitsValue(std::uint64_t word, int count) {
+    const unsigned fill = 8u * static_cast<unsigned>(8 - count);
+    return EightDigitsValue((word << fill) | (0x3030303030303030u >> (64u - fill)));
+}
+
+inline constexpr std::uint64_t kEightBlanks = 0x2020202020202020u;
+
+}  // namespace tavrin::plugin::json::detail

@@ -1,0 +1,103 @@
+// Node::Deserialize reads a well-formed document on a quick path of its own
+// and leaves everything else to the Parser: whatever the text, it must end
+// exactly as the Parser does. And the values it builds live in shared cells
+// that every copy, move and release must treat right.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+#include <string>
+#include <utility>
+
+#include "json/JsonNode.h"
+#include "json/Parser.h"
+#include "support/LogCapture.h"
+
+namespace {
+
+using tavrin::plugin::json::Node;
+using tavrin::plugin::json::Parser;
+using tavrin::test::LogCapture;
+
+struct Outcome {
+    bool ok;
+    std::string written;
+    std::string log;
+    bool operator==(const Outcome& o) const { return ok == o.ok && written == o.written && log == o.log; }
+};
+
+Outcome ByDeserialize(const std::string& text) {
+    LogCapture log;
+    Node node;
+    const bool ok = node.Deserialize(text.c_str());
+    return {ok, ok ? node.Serialize() : "", log.Text()};
+}
+
+Outcome ByParser(const std::string& text) {
+    LogCapture log;
+    Parser parser(text.c_str());
+    const std::unique_ptr<Node> node(parser.ParseValue());
+    const std::string written = node->IsEmpty() ? "" : node->Serialize();
+    return {!node->IsEmpty(), written, log.Text()};
+}
+
+// Documents with every kind, then changed a character or a few at a time:
+// mostly near misses of the grammar, where the two paths could part.
+TEST(TreeBuilder, EveryTextEndsAsTheParserEndsIt) {
+    const std::string seeds[] = {
+        "{\"a\":[1,-0,2.5e-3,1E+2,\"x\\u00e9\\n\",true,false,3/04,{}],\"A\":{\"b\":[[],[[0]]]},\"c\":\"\"}",
+        " [ {\"k\":  1 } , [ 1 , 2 ] , -12.50 , \"s\" ]  tail",
+        "{\"1\":1,\"2\":2,\"3\":3,\"4\":4,\"5\":5,\"6\":6,\"7\":7,\"8\":8,\"9\":9,\"4\":0,\"X\":1,\"x\":2}",
+        "[123456789012345678901234,0.1234567890123456789012,9223372036854775808,-1e999,1/2]"};
+    const std::string alphabet = "{}[]\",:-+./eE0123456789 \t\ntfrueals\\u\x01\x7f\xc3";
+    std::mt19937 random(20261124);
+    for (const std::string& seed : seeds) {
+        EXPECT_TRUE(ByDeserialize(seed).ok) << seed;
+        for (int round = 0; round < 3000; ++round) {
+            std::string text = seed;
+            for (int edits = 1 + static_cast<int>(random() % 3); edits > 0; --edits) {
+                const std::size_t at = random() % (text.size() + 1);
+                const char c = alphabet[random() % alphabet.size()];
+                switch (random() % 4) {
+                    case 0: text.insert(at, 1, c); break;
+                    case 1: if (at < text.size()) text.erase(at, 1); break;
+                    case 2: if (at < text.size()) text[at] = c; break;
+                    default: text.resize(at); break;
+                }
+            }
+            ASSERT_TRUE(ByDeserialize(text) == ByParser(text)) << text;
+        }
+    }
+}
+
+// A tree read from text: values of every kind, strings on the heap too.
+Node ReadTree() {
+    Node tree;
+    EXPECT_TRUE(tree.Deserialize(
+        "{\"a\":[1,2.5,\"a text longer than any inline string\",true,3/4,{\"b\":[[7]]}],\"c\":\"x\"}"));
+    return tree;
+}
+
+const char kA[] = "[1,2.5,\"a text longer than any inline string\",true,3/4,{\"b\":[[7]]}]";
+
+TEST(TreeBuilder, ValuesOutliveTheirTreeWhenMovedOrCopied) {
+    Node moved;
+    Node copied;
+    {
+        Node tree = ReadTree();
+        moved = std::move(tree["a"]);
+        copied = tree["c"];
+        Node taken(&tree);  // the tree's own value, taken away and freed here
+    }
+    EXPECT_EQ(moved.Serialize(), kA);
+    EXPECT_EQ(copied.Serialize(), "\"x\"");
+    Node copy(moved);
+    moved = Node();
+    EXPECT_EQ(copy.Serialize(), kA);
+    copy[5]["b"] = copy;  // a copy of a tree assigned inside that tree
+    copy[0].Init<long long>(nullptr);
+    copy[2] = Node(std::string("y"));
+    EXPECT_EQ(copy.Serialize(), "[0,2.5,\"y\",true,3/4,{\"b\":" + std::string(kA) + "}]");
+}
+
+}  // namespace
