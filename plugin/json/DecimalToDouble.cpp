@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "json/internal/PowersOfFive.h"
+
 namespace tavrin::plugin::json {
 
 namespace {
@@ -85,132 +87,6 @@ bool ReadExactFactors(const Decimal& d, double& value) {
     return true;
 }
 
-// ---- wide integers -----------------------------------------------------------
-
-struct Wide128 {
-    std::uint64_t high;
-    std::uint64_t low;
-};
-
-Wide128 Multiply(std::uint64_t a, std::uint64_t b) {
-#ifdef __SIZEOF_INT128__
-    const unsigned __int128 product = static_cast<unsigned __int128>(a) * b;
-    return {static_cast<std::uint64_t>(product >> 64), static_cast<std::uint64_t>(product)};
-#else
-    const std::uint64_t aLow = a & 0xFFFFFFFFu, aHigh = a >> 32;
-    const std::uint64_t bLow = b & 0xFFFFFFFFu, bHigh = b >> 32;
-    const std::uint64_t lowLow = aLow * bLow, lowHigh = aLow * bHigh;
-    const std::uint64_t highLow = aHigh * bLow, highHigh = aHigh * bHigh;
-    const std::uint64_t middle = (lowLow >> 32) + (lowHigh & 0xFFFFFFFFu) + (highLow & 0xFFFFFFFFu);
-    return {highHigh + (lowHigh >> 32) + (highLow >> 32) + (middle >> 32),
-            (middle << 32) | (lowLow & 0xFFFFFFFFu)};
-#endif
-}
-
-// A 192-bit product, most significant word first.
-struct Wide192 {
-    std::uint64_t word[3];
-};
-
-Wide192 Multiply(std::uint64_t a, Wide128 b) {
-    const Wide128 high = Multiply(a, b.high);
-    const Wide128 low = Multiply(a, b.low);
-    const std::uint64_t middle = high.low + low.high;
-    return {{high.high + (middle < high.low ? 1 : 0), middle, low.low}};
-}
-
-Wide192 Add(Wide192 a, std::uint64_t b) {
-    a.word[2] += b;
-    if (a.word[2] < b && ++a.word[1] == 0) ++a.word[0];
-    return a;
-}
-
-// ---- powers of five ----------------------------------------------------------
-
-// Powers 5^q for q from kLeastPower to kGreatestPower as 128-bit
-// significands: floor(5^q * 2^shift), where shift makes the result lie in
-// [2^127, 2^128). Exact for 0 <= q <= 55, where 5^q has at most 128 bits.
-constexpr int kLeastPower = -100;
-constexpr int kGreatestPower = 100;
-constexpr int kLastExactPower = 55;
-
-struct Power {
-    Wide128 significand;
-    int shift;
-};
-
-// An unsigned integer of up to kWords 32-bit words, least significant first,
-// enough for 2^(128 + bits of 5^100) and for 5^100 itself.
-class BigNumber {
-public:
-    static constexpr int kWords = 16;
-
-    explicit BigNumber(int powerOfTwo) { _word[static_cast<std::size_t>(powerOfTwo / 32)] = 1u << (powerOfTwo % 32); }
-
-    void Multiply(std::uint32_t factor) {
-        std::uint64_t carry = 0;
-        for (std::uint32_t& w : _word) {
-            carry += static_cast<std::uint64_t>(w) * factor;
-            w = static_cast<std::uint32_t>(carry);
-            carry >>= 32;
-        }
-    }
-    // Floor division.
-    void Divide(std::uint32_t divisor) {
-        std::uint64_t rest = 0;
-        for (int i = kWords - 1; i >= 0; --i) {
-            rest = (rest << 32) | _word[static_cast<std::size_t>(i)];
-            _word[static_cast<std::size_t>(i)] = static_cast<std::uint32_t>(rest / divisor);
-            rest %= divisor;
-        }
-    }
-    int Bits() const {
-        for (int i = kWords - 1; i >= 0; --i)
-            for (int b = 31; b >= 0; --b)
-                if ((_word[static_cast<std::size_t>(i)] >> b) & 1u) return i * 32 + b + 1;
-        return 0;
-    }
-    // The 128 bits from the most significant one down (zeros below the last
-    // bit when there are fewer), and how far they were shifted: the number is
-    // floor(result * 2^-shift).
-    Power Top128() const {
-        const int shift = 128 - Bits();
-        std::uint64_t part[2] = {0, 0};
-        for (int bit = 0; bit < 128; ++bit) {
-            const int source = bit - shift;
-            if (source >= 0 && Bit(source)) part[bit / 64] |= std::uint64_t{1} << (bit % 64);
-        }
-        return {{part[1], part[0]}, shift};
-    }
-
-private:
-    bool Bit(int n) const { return (_word[static_cast<std::size_t>(n / 32)] >> (n % 32)) & 1u; }
-    std::array<std::uint32_t, kWords> _word{};
-};
-
-class PowerTable {
-public:
-    PowerTable() {
-        BigNumber power(0);
-        for (int q = 0; q <= kGreatestPower; ++q, power.Multiply(5)) At(q) = power.Top128();
-        // floor(floor(n / 5) / 5) is floor(n / 25): dividing a large power of
-        // two by five again and again keeps every quotient exact.
-        constexpr int kDividend = 128 + 240;
-        BigNumber quotient(kDividend);
-        for (int q = -1; q >= kLeastPower; --q) {
-            quotient.Divide(5);
-            Power& p = At(q);
-            p = quotient.Top128();
-            p.shift += kDividend;
-        }
-    }
-    const Power& operator[](int q) const { return _powers[static_cast<std::size_t>(q - kLeastPower)]; }
-
-private:
-    Power& At(int q) { return _powers[static_cast<std::size_t>(q - kLeastPower)]; }
-    std::array<Power, kGreatestPower - kLeastPower + 1> _powers{};
-};
-
 // ---- rounding a wide product -------------------------------------------------
 
 // A double's significand (53 bits, the leading one included) and the power
@@ -246,15 +122,14 @@ Rounded RoundToDouble(const Wide192& p, bool& settled) {
 // one; when both round alike, so does the true value. Otherwise there is no
 // quick answer.
 bool ReadWideProduct(const Decimal& d, double& value) {
-    if (d.exponent < kLeastPower || d.exponent > kGreatestPower) return false;
-    static const PowerTable powers;
-    const Power& power = powers[d.exponent];
+    if (d.exponent < kLeastPowerOfFive || d.exponent > kGreatestPowerOfFive) return false;
+    const PowerOfFive& power = PowerOfFiveAt(d.exponent);
     const int leadingZeros = __builtin_clzll(d.digits);
     const std::uint64_t digits = d.digits << leadingZeros;
     const Wide192 product = Multiply(digits, power.significand);
     bool settled = false;
     const Rounded rounded = RoundToDouble(product, settled);
-    if (!settled && !(d.exponent >= 0 && d.exponent <= kLastExactPower)) {
+    if (!settled && !(d.exponent >= 0 && d.exponent <= kLastExactPowerOfFive)) {
         const Rounded upper = RoundToDouble(Add(product, digits), settled);
         if (upper.significand != rounded.significand || upper.exponent != rounded.exponent) return false;
     }

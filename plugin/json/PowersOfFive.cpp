@@ -1,0 +1,90 @@
+#include "json/internal/PowersOfFive.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace tavrin::plugin::json {
+
+namespace {
+
+// An unsigned integer of up to kWords 32-bit words, least significant first,
+// enough for 2^(128 + bits of 5^100) and for 5^100 itself.
+class BigNumber {
+public:
+    static constexpr int kWords = 16;
+
+    explicit BigNumber(int powerOfTwo) { _word[static_cast<std::size_t>(powerOfTwo / 32)] = 1u << (powerOfTwo % 32); }
+
+    void Multiply(std::uint32_t factor) {
+        std::uint64_t carry = 0;
+        for (std::uint32_t& w : _word) {
+            carry += static_cast<std::uint64_t>(w) * factor;
+            w = static_cast<std::uint32_t>(carry);
+            carry >>= 32;
+        }
+    }
+    // Floor division.
+    void Divide(std::uint32_t divisor) {
+        std::uint64_t rest = 0;
+        for (int i = kWords - 1; i >= 0; --i) {
+            rest = (rest << 32) | _word[static_cast<std::size_t>(i)];
+            _word[static_cast<std::size_t>(i)] = static_cast<std::uint32_t>(rest / divisor);
+            rest %= divisor;
+        }
+    }
+    int Bits() const {
+        for (int i = kWords - 1; i >= 0; --i)
+            for (int b = 31; b >= 0; --b)
+                if ((_word[static_cast<std::size_t>(i)] >> b) & 1u) return i * 32 + b + 1;
+        return 0;
+    }
+    // The 128 bits from the most significant one down (zeros below the last
+    // bit when there are fewer), and how far they were shifted: the number is
+    // floor(result * 2^-shift).
+    PowerOfFive Top128() const {
+        const int shift = 128 - Bits();
+        std::uint64_t part[2] = {0, 0};
+        for (int bit = 0; bit < 128; ++bit) {
+            const int source = bit - shift;
+            if (source >= 0 && Bit(source)) part[bit / 64] |= std::uint64_t{1} << (bit % 64);
+        }
+        return {{part[1], part[0]}, shift};
+    }
+
+private:
+    bool Bit(int n) const { return (_word[static_cast<std::size_t>(n / 32)] >> (n % 32)) & 1u; }
+    std::array<std::uint32_t, kWords> _word{};
+};
+
+class PowerTable {
+public:
+    PowerTable() {
+        BigNumber power(0);
+        for (int q = 0; q <= kGreatestPowerOfFive; ++q, power.Multiply(5)) At(q) = power.Top128();
+        // floor(floor(n / 5) / 5) is floor(n / 25): dividing a large power of
+        // two by five again and again keeps every quotient exact.
+        constexpr int kDividend = 128 + 240;
+        BigNumber quotient(kDividend);
+        for (int q = -1; q >= kLeastPowerOfFive; --q) {
+            quotient.Divide(5);
+            PowerOfFive& p = At(q);
+            p = quotient.Top128();
+            p.shift += kDividend;
+        }
+    }
+    const PowerOfFive& operator[](int q) const { return _powers[static_cast<std::size_t>(q - kLeastPowerOfFive)]; }
+
+private:
+    PowerOfFive& At(int q) { return _powers[static_cast<std::size_t>(q - kLeastPowerOfFive)]; }
+    std::array<PowerOfFive, kGreatestPowerOfFive - kLeastPowerOfFive + 1> _powers{};
+};
+
+}  // namespace
+
+const PowerOfFive& PowerOfFiveAt(int q) {
+    static const PowerTable powers;
+    return powers[q];
+}
+
+}  // namespace tavrin::plugin::json
