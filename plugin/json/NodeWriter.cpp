@@ -1,5 +1,8 @@
+#include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 #include "base/Log.h"
@@ -14,11 +17,42 @@ namespace {
 
 using detail::ValueOf;
 
-// Appends a stored text up to its first NUL, unescaped, as the text form keeps
-// it.
-void AppendText(std::string& out, const std::string& text) {
-    out.append(text, 0, text.find('\0'));
-}
+// Text appended to a string through a pointer into its own storage, which
+// grows by doubling: no call and no check of the string's own per piece.
+// The string has its final size once the sink is gone.
+class TextSink {
+public:
+    explicit TextSink(std::string& out) : _out(out), _size(out.size()) {}
+    ~TextSink() { _out.resize(_size); }
+    TextSink(const TextSink&) = delete;
+    TextSink& operator=(const TextSink&) = delete;
+
+    // Room for `count` more characters; Commit says how many were used.
+    char* Room(std::size_t count) {
+        if (_out.size() - _size < count) _out.resize(std::max(2 * _out.size(), _size + count) + 64);
+        return &_out[_size];
+    }
+    void Commit(const char* end) { _size = static_cast<std::size_t>(end - _out.data()); }
+
+    void Put(char c) { *Room(1) = c; ++_size; }
+    void Put(const char* text, std::size_t length) {
+        std::memcpy(Room(length), text, length);
+        _size += length;
+    }
+    template <std::size_t N>
+    void Put(const char (&text)[N]) { Put(text, N - 1); }
+    // A stored text up to its first NUL, unescaped, as the text form keeps
+    // it.
+    void PutText(const std::string& text) { Put(text.data(), std::min(text.size(), text.find('\0'))); }
+
+    template <class Integer>
+    void PutInteger(Integer value) { Commit(WriteInteger(Room(kNumberTextMax), value)); }
+    void PutDouble(double value) { Commit(WriteDouble(Room(kNumberTextMax), value)); }
+
+private:
+    std::string& _out;
+    std::size_t _size;
+};
 
 // Writes the compact text of a node tree into one string, depth first, with a
 // stack of the containers still open instead of recursion. The caller hands
@@ -39,38 +73,79 @@ public:
     const Node* Next();
 
 private:
+    template <class... Kinds>
+    void WriteIf(const Node& node);
+    template <class T>
+    bool WriteAs(const Node& node);
+    void WriteValue(bool flag);
+    void WriteValue(long long integer);
+    void WriteValue(double real);
+    void WriteValue(const tavrin::base::Fraction& fraction);
+    void WriteValue(const std::string& text);
+    void WriteValue(const Node::Object& members);
+    void WriteValue(const Node::Array& items);
+
     struct Open {
         const Node::Array* items;
         const Node::Object* members;
         std::size_t next;
     };
 
-    std::string& _out;
+    TextSink _out;
     std::vector<Open> _open;
 };
 
 void NodeWriter::Write(const Node& node) {
-    if (const bool* flag = ValueOf<bool>(node)) {
-        _out += *flag ? "true" : "false";
-    } else if (const long long* integer = ValueOf<long long>(node)) {
-        AppendInteger(_out, *integer);
-    } else if (const double* real = ValueOf<double>(node)) {
-        AppendDouble(_out, *real);
-    } else if (const auto* fraction = ValueOf<tavrin::base::Fraction>(node)) {
-        AppendInteger(_out, static_cast<int>(fraction->num));
-        _out += '/';
-        AppendInteger(_out, static_cast<int>(fraction->den));
-    } else if (const std::string* text = ValueOf<std::string>(node)) {
-        _out += '"';
-        AppendText(_out, *text);
-        _out += '"';
-    } else if (const Node::Object* members = ValueOf<Node::Object>(node)) {
-        _out += '{';
-        _open.push_back({nullptr, members, 0});
-    } else if (const Node::Array* items = ValueOf<Node::Array>(node)) {
-        _out += '[';
-        _open.push_back({items, nullptr, 0});
-    }
+    WriteIf<double, long long, std::string, bool, tavrin::base::Fraction, Node::Object, Node::Array>(
+        node);
+}
+
+// Nodes made in this library carry these very type records, so comparing
+// the records' addresses settles most nodes at once; the others are told
+// apart by type_info equality.
+template <class... Kinds>
+void NodeWriter::WriteIf(const Node& node) {
+    const bool known = ((node._type == &typeid(Kinds) && (WriteValue(*static_cast<const Kinds*>(node._buf)), true)) || ...);
+    if (!known) (void)((WriteAs<Kinds>(node)) || ...);
+}
+
+template <class T>
+bool NodeWriter::WriteAs(const Node& node) {
+    const T* value = ValueOf<T>(node);
+    if (value != nullptr) WriteValue(*value);
+    return value != nullptr;
+}
+
+void NodeWriter::WriteValue(bool flag) {
+    if (flag)
+        _out.Put("true");
+    else
+        _out.Put("false");
+}
+
+void NodeWriter::WriteValue(long long integer) { _out.PutInteger(integer); }
+void NodeWriter::WriteValue(double real) { _out.PutDouble(real); }
+
+void NodeWriter::WriteValue(const tavrin::base::Fraction& fraction) {
+    _out.PutInteger(static_cast<int>(fraction.num));
+    _out.Put('/');
+    _out.PutInteger(static_cast<int>(fraction.den));
+}
+
+void NodeWriter::WriteValue(const std::string& text) {
+    _out.Put('"');
+    _out.PutText(text);
+    _out.Put('"');
+}
+
+void NodeWriter::WriteValue(const Node::Object& members) {
+    _out.Put('{');
+    _open.push_back({nullptr, &members, 0});
+}
+
+void NodeWriter::WriteValue(const Node::Array& items) {
+    _out.Put('[');
+    _open.push_back({&items, nullptr, 0});
 }
 
 const Node* NodeWriter::Next() {
@@ -78,19 +153,20 @@ const Node* NodeWriter::Next() {
         Open& top = _open.back();
         if (top.items != nullptr) {
             if (top.next < top.items->size()) {
-                if (top.next != 0) _out += ',';
+                if (top.next != 0) _out.Put(',');
                 return &(*top.items)[top.next++];
             }
-            _out += ']';
+            _out.Put(']');
         } else {
             if (top.next < top.members->size()) {
                 const auto& member = (*top.members)[top.next];
-                _out += top.next++ == 0 ? "\"" : ",\"";
-                AppendText(_out, member.key);
-                _out += "\":";
+                if (top.next++ != 0) _out.Put(',');
+                _out.Put('"');
+                _out.PutText(member.key);
+                _out.Put("\":");
                 return &member.value;
             }
-            _out += '}';
+            _out.Put('}');
         }
         _open.pop_back();
     }
@@ -101,12 +177,14 @@ const Node* NodeWriter::Next() {
 
 std::string Node::Serialize() {
     std::string out;
-    NodeWriter writer(out);
-    for (const Node* next = this; next != nullptr; next = writer.Next()) {
-        if (next->IsEmpty())
-            TAVRIN_LOG_ERROR(messages::node::kEmptyNode);
-        else
-            writer.Write(*next);
+    {
+        NodeWriter writer(out);
+        for (const Node* next = this; next != nullptr; next = writer.Next()) {
+            if (next->IsEmpty())
+                TAVRIN_LOG_ERROR(messages::node::kEmptyNode);
+            else
+                writer.Write(*next);
+        }
     }
     return out;
 }

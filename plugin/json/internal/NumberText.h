@@ -2,25 +2,29 @@
 // Internal to the plug-in's sources: not part of the installed headers.
 
 #include <charconv>
-#include <string>
+#include <cstddef>
 #include <type_traits>
 
 namespace tavrin::plugin::json {
 
-// Appends an integer in signed decimal: no "+", no leading zeros.
+// Room enough for any text the writers below make, with what they may
+// write past its end.
+inline constexpr std::size_t kNumberTextMax = 40;
+
+// Writes an integer in signed decimal (no "+", no leading zeros) at `at`;
+// returns the end of the text.
 template <class Integer>
-void AppendInteger(std::string& out, Integer value) {
+char* WriteInteger(char* at, Integer value) {
     static_assert(std::is_integral_v<Integer>, "integers only");
-    char digits[24];
-    const auto result = std::to_chars(digits, digits + sizeof digits, value);
-    out.append(digits, static_cast<std::size_t>(result.ptr - digits));
+    return std::to_chars(at, at + kNumberTextMax, value).ptr;
 }
 
-// Appends a double as text that reads back as a double of the same bits:
-// the shortest such decimal, with ".0" added when it has neither a "." nor
-// an exponent ("-0.0" for negative zero). Non-finite values have no text of
-// their own: +inf is written as 1e999 and -inf as -1e999 (both overflow back
-// to the infinities when read), NaN as 0.0. Independent of the locale.
-void AppendDouble(std::string& out, double value);
+// Writes a double at `at` as text that reads back as a double of the same
+// bits: the shortest such decimal, with ".0" added when it has neither a "."
+// nor an exponent ("-0.0" for negative zero). Non-finite values have no text
+// of their own: +inf is written as 1e999 and -inf as -1e999 (both overflow
+// back to the infinities when read), NaN as 0.0. Independent of the locale.
+// Returns the end of the text.
+char* WriteDouble(char* at, double value);
 
 }  // namespace tavrin::plugin::json

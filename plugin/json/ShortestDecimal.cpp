@@ -1,0 +1,102 @@
+#include "json/internal/ShortestDecimal.h"
+
+#include <cstdint>
+#include <cstring>
+
+#include "json/internal/PowersOfFive.h"
+
+namespace tavrin::plugin::json {
+
+namespace {
+
+// A number scaled to units: its integer part and whether anything is left
+// below, with the bit worth half a unit and the bits below that.
+struct Scaled {
+    std::uint64_t units;
+    bool half;
+    bool belowHalf;
+};
+
+// floor(log10(2^exponent)) for |exponent| < 1650: 78913 / 2^18 is just below
+// log10(2).
+int FloorLog10OfPowerOfTwo(int exponent) {
+    const long scaled = static_cast<long>(exponent) * 78913;
+    return static_cast<int>(scaled >= 0 ? scaled >> 18 : -((-scaled + (1L << 18) - 1) >> 18));
+}
+
+// p * 2^-drop. False when the units do not fit in 64 bits or `drop` leaves
+// no fraction bits to look at.
+bool Scale(const Wide192& p, int drop, Scaled& out) {
+    const int right = drop - 64;  // how far the upper 128 bits move down
+    if (right <= 0 || right > 63 || (p.word[0] >> right) != 0) return false;
+    const std::uint64_t lowMask = (std::uint64_t{1} << right) - 1;
+    out.units = (p.word[0] << (64 - right)) | (p.word[1] >> right);
+    const std::uint64_t rest = p.word[1] & lowMask;
+    const std::uint64_t halfBit = std::uint64_t{1} << (right - 1);
+    out.half = (rest & halfBit) != 0;
+    out.belowHalf = (rest & (halfBit - 1)) != 0 || p.word[2] != 0;
+    return true;
+}
+
+}  // namespace
+
+// The value's rounding interval, [2m - 1, 2m + 1] * 2^(e-1) for
+// value = m * 2^e, scaled by 10^q to 18 or 19 digits; the ends belong to it
+// when m is even, as reading rounds ties to even. The longest run of trailing
+// zeros that a number inside can have gives the shortest length; of the
+// numbers of that length inside, the nearest to the value wins.
+bool ShortestDecimal(double value, Decimal& decimal) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    const int biased = static_cast<int>(bits >> 52) & 0x7FF;
+    const std::uint64_t fraction = bits & ((std::uint64_t{1} << 52) - 1);
+    if (biased == 0 || biased == 0x7FF || fraction == 0 || (bits >> 63) != 0) return false;
+    const std::uint64_t m = fraction | (std::uint64_t{1} << 52);
+    const int e = biased - 1075;
+    const int q = 17 - FloorLog10OfPowerOfTwo(e + 52);
+    if (q < 0 || q > kLastExactPowerOfFive) return false;
+    const PowerOfFive& power = PowerOfFiveAt(q);
+    // value * 10^q = (2m) * 2^(e-1) * 5^q * 2^q, and 5^q = significand * 2^-shift.
+    const int drop = power.shift - (e - 1 + q);
+    // The ends are the middle less and plus the power itself.
+    const Wide192 middle = Multiply(2 * m, power.significand);
+    Scaled low{}, mid{}, high{};
+    if (!Scale(Subtract(middle, power.significand), drop, low) || !Scale(middle, drop, mid) ||
+        !Scale(Add(middle, power.significand), drop, high))
+        return false;
+    const bool inclusive = (m & 1) == 0;
+    // The least and the greatest number of units inside; dividing both by
+    // ten while some multiple of ten lies between them drops trailing digits
+    // (ceilings and floors of successive divisions are those of the whole).
+    std::uint64_t lowest = low.units + (low.half || low.belowHalf || !inclusive ? 1 : 0);
+    std::uint64_t highest = high.units - (!high.half && !high.belowHalf && !inclusive ? 1 : 0);
+    std::uint64_t digits = mid.units;
+    int removed = 0;
+    int lastRemoved = 0;
+    bool restBelowLast = mid.half || mid.belowHalf;
+    while ((lowest + 99) / 100 <= highest / 100) {
+        lowest = (lowest + 99) / 100;
+        highest /= 100;
+        restBelowLast = restBelowLast || lastRemoved != 0 || digits % 10 != 0;
+        lastRemoved = static_cast<int>(digits / 10 % 10);
+        digits /= 100;
+        removed += 2;
+    }
+    while ((lowest + 9) / 10 <= highest / 10) {
+        lowest = (lowest + 9) / 10;
+        highest /= 10;
+        restBelowLast = restBelowLast || lastRemoved != 0;
+        lastRemoved = static_cast<int>(digits % 10);
+        digits /= 10;
+        ++removed;
+    }
+    if (removed == 0 || (lastRemoved == 5 && !restBelowLast)) return false;  // none, or a tie
+    if (lastRemoved >= 5) ++digits;
+    if (digits < lowest || digits > highest) return false;
+    decimal.digits = digits;
+    decimal.exponent = removed - q;
+    decimal.negative = false;
+    return true;
+}
+
+}  // namespace tavrin::plugin::json
