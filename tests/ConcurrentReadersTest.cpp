@@ -12,7 +12,6 @@
 #include "json/legacy/Deserialize.h"
 #include "json/legacy/Serialize.h"
 #include "support/ConvertFixture.h"
-#include "support/LockedLog.h"
 
 namespace tavrin::test {
 namespace {
@@ -43,7 +42,6 @@ protected:
 
 TEST_F(ConcurrentReaders, DocumentsOnSeveralThreadsAtOnce) {
     constexpr int kThreads = 4, kRounds = 200;
-    LockedLog log;
     std::atomic<int> wrong{0};
     std::vector<std::thread> threads;
     for (int t = 0; t < kThreads; ++t)
@@ -52,8 +50,8 @@ TEST_F(ConcurrentReaders, DocumentsOnSeveralThreadsAtOnce) {
         });
     for (auto& thread : threads) thread.join();
     EXPECT_EQ(wrong.load(), 0);
-    EXPECT_EQ(CountOf(log.Text(), " can't detect json type,please check string format!"), kThreads * kRounds);
-    EXPECT_EQ(CountOf(log.Text(), "src="), kThreads * kRounds);
+    EXPECT_EQ(CountOf(_log.Text(), " can't detect json type,please check string format!"), kThreads * kRounds);
+    EXPECT_EQ(CountOf(_log.Text(), "src="), kThreads * kRounds);
 }
 
 }  // namespace

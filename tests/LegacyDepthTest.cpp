@@ -5,76 +5,41 @@
 #include "json/Parser.h"
 #include "json/legacy/Deserialize.h"
 #include "json/legacy/Serialize.h"
-#include "json/legacy/Value.h"
+#include "support/DeepDocuments.h"
 #include "support/SmallStack.h"
 
-using tavrin::plugin::json::Parser;
+using namespace tavrin::test;  // documents, small stack
 
 namespace {
 
-constexpr std::size_t kSmallStack = 128 * 1024;
-constexpr int kDeepest = Parser::kDefaultMaxDepth;
-
-std::string Repeat(const std::string& piece, int times) {
-    std::string text;
-    for (int i = 0; i < times; ++i) text += piece;
-    return text;
-}
-
-// `depth` arrays inside each other around `core`.
-std::string NestedArrays(int depth, const std::string& core) {
-    return Repeat("[", depth) + core + Repeat("]", depth);
-}
-
-// `depth` objects inside each other, each holding the next under "a".
-std::string NestedObjects(int depth, const std::string& core) {
-    return Repeat("{\"a\":", depth) + core + Repeat("}", depth);
-}
-
-// Objects and arrays in turn: {"a":[{"a":[ ... ]}]}.
-std::string NestedMixed(int depth, const std::string& core) {
-    std::string open;
-    std::string close;
-    for (int level = 0; level < depth; ++level) {
-        open += level % 2 == 0 ? "{\"a\":" : "[";
-        close.insert(0, level % 2 == 0 ? "}" : "]");
-    }
-    return open + core + close;
-}
+constexpr std::size_t kDeepest = tavrin::plugin::json::Parser::kDefaultMaxDepth;
 
 // Reads, copies, assigns, writes and destroys the document on a small stack;
 // gives what the copy writes.
 std::string ReadBackOnSmallStack(const std::string& text) {
     std::string written;
-    const bool ran = tavrin::test::RunOnStack(kSmallStack, [&] {
+    EXPECT_TRUE(RunOnStack(128 * 1024, [&] {
         const json::Value value = json::Deserialize(text);
         json::Value copy(value);
         json::Value assigned(1);
         assigned = copy;
         written = assigned.GetType() == json::NullVal ? "null" : json::Serialize(assigned);
-    });
-    EXPECT_TRUE(ran);
+    }));
     return written;
 }
 
-}  // namespace
-
-TEST(LegacyDepth, TheDeepestAdmittedDocumentsWorkOnASmallStack) {
+// A container beyond the bound reads as null: an array drops it, an object
+// keeps a null member, and the rest of the document still reads.
+TEST(LegacyDepth, DeepestAdmittedDocumentsWorkOnASmallStackDeeperContainersReadAsNull) {
     for (const std::string& text : {NestedArrays(kDeepest, "1"), NestedObjects(kDeepest, "\"x\""),
-                                    NestedMixed(kDeepest, "true")})
+                                    AlternatingNesting(kDeepest, "true")})
         EXPECT_EQ(ReadBackOnSmallStack(text), text);
-}
-
-TEST(LegacyDepth, AContainerBeyondTheBoundReadsAsNull) {
     EXPECT_EQ(ReadBackOnSmallStack(NestedArrays(kDeepest + 1, "1")), NestedArrays(kDeepest, ""));
     EXPECT_EQ(ReadBackOnSmallStack(NestedObjects(kDeepest + 1, "1")), NestedObjects(kDeepest, "null"));
-    // The rest of the document still reads.
-    const std::string text = "[" + NestedArrays(kDeepest, "1") + ",2]";
-    EXPECT_EQ(ReadBackOnSmallStack(text), "[" + NestedArrays(kDeepest - 1, "") + ",2]");
+    EXPECT_EQ(ReadBackOnSmallStack("[" + NestedArrays(kDeepest, "1") + ",2]"),
+              "[" + NestedArrays(kDeepest - 1, "") + ",2]");
+    EXPECT_EQ(ReadBackOnSmallStack(NestedArrays(20000, "1")), NestedArrays(kDeepest, ""));
+    EXPECT_EQ(ReadBackOnSmallStack(AlternatingNesting(20001, "1")), AlternatingNesting(kDeepest, "null"));
 }
 
-TEST(LegacyDepth, FarDeeperDocumentsNeitherOverflowNorFail) {
-    EXPECT_EQ(ReadBackOnSmallStack(NestedArrays(20000, "1")), NestedArrays(kDeepest, ""));
-    // The innermost admitted container is an array, which drops the object.
-    EXPECT_EQ(ReadBackOnSmallStack(NestedMixed(20001, "1")), NestedMixed(kDeepest, ""));
-}
+}  // namespace

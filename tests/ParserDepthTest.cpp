@@ -20,18 +20,11 @@ using tavrin::plugin::json::Node;
 using tavrin::plugin::json::Parser;
 using namespace tavrin::test;  // documents, log capture, small stack
 
-constexpr std::size_t kSmallStack = 256 * 1024;
-constexpr int kBound = Parser::kDefaultMaxDepth;
+constexpr std::size_t kBound = Parser::kDefaultMaxDepth;
 const char kSource[] = "plugin/json/Parser.cpp";
-const std::string kValueOfA = RedLine(kSource, "ParseObject", "can't parse the value of a");
+const std::string kValueOfA = RedLine(kSource, "ParseObject", "can't parse the value of k");
 
-std::string Repeat(const std::string& piece, int times) {
-    std::string text;
-    for (int i = 0; i < times; ++i) text += piece;
-    return text;
-}
-
-std::string TooDeepLine(const char* function, int bound) {
+std::string TooDeepLine(const char* function, std::size_t bound) {
     return RedLine(kSource, function,
                    " nesting deeper than " + std::to_string(bound) + " levels, please check string format!");
 }
@@ -40,7 +33,7 @@ std::string TooDeepLine(const char* function, int bound) {
 // assigned, written and freed, and must write the text read.
 std::string ParseOnSmallStack(const std::string& text, bool parses) {
     LogCapture log;
-    EXPECT_TRUE(RunOnStack(kSmallStack, [&] {
+    EXPECT_TRUE(RunOnStack(256 * 1024, [&] {
         Node tree(std::string("kept"));
         EXPECT_EQ(tree.Deserialize(text), parses);
         Node copy(tree);
@@ -52,42 +45,43 @@ std::string ParseOnSmallStack(const std::string& text, bool parses) {
     return log.Lines();
 }
 
-TEST(ParserDepth, DeepestAdmittedDocumentsFitASmallStack) {
-    const std::size_t bound = kBound;
-    for (const std::string& text : {NestedArrays(bound), NestedObjects(bound - 1, "{}"), AlternatingNesting(bound)})
+TEST(ParserDepth, DeepestAdmittedDocumentsFitASmallStackDeeperOnesFailWithALineOfTheirOwn) {
+    for (const std::string& text : {NestedArrays(kBound), NestedObjects(kBound - 1, "{}"), AlternatingNesting(kBound)})
         EXPECT_EQ(ParseOnSmallStack(text, true), "");
-}
-
-TEST(ParserDepth, DeeperDocumentsFailWithOneLineOfTheirOwn) {
     EXPECT_EQ(ParseOnSmallStack(NestedArrays(kBound + 1), false), TooDeepLine("ParseArray", kBound));
     // Each enclosing object adds its usual line for a failed value.
-    EXPECT_EQ(ParseOnSmallStack("{\"a\":" + NestedArrays(kBound), false),
-              TooDeepLine("ParseArray", kBound) + kValueOfA);
+    EXPECT_EQ(ParseOnSmallStack("{\"k\":" + NestedArrays(kBound), false), TooDeepLine("ParseArray", kBound) + kValueOfA);
     EXPECT_EQ(ParseOnSmallStack(std::string(1000000, '['), false), TooDeepLine("ParseArray", kBound));
-    EXPECT_EQ(ParseOnSmallStack(Repeat("{\"a\":", 1000000), false),
-              TooDeepLine("ParseObject", kBound) + Repeat(kValueOfA, kBound));
+    std::string manyValueLines;
+    for (std::size_t i = 0; i < kBound; ++i) manyValueLines += kValueOfA;
+    EXPECT_EQ(ParseOnSmallStack(NestedObjects(1000000, ""), false), TooDeepLine("ParseObject", kBound) + manyValueLines);
 }
 
-// Parses `text` with a parser bounded at `bound`.
-bool ParseBounded(const std::string& text, int bound) {
+// The tree a parser bounded at `bound` reads from `text`, written back; ""
+// when it fails.
+std::string ParseBounded(const std::string& text, int bound) {
     Parser parser(text.c_str());
     parser.SetMaxDepth(bound);
     EXPECT_EQ(parser.MaxDepth(), bound < 1 ? 1 : bound);
     const std::unique_ptr<Node> result(parser.ParseValue());
-    return !result->IsEmpty();
+    return result->IsEmpty() ? "" : result->Serialize();
 }
 
 TEST(ParserDepth, EachParserCanSetItsOwnBound) {
     LogCapture log;
-    EXPECT_TRUE(ParseBounded("[[{\"a\":1}]]", 3));
-    EXPECT_FALSE(ParseBounded("[[[{\"a\":1}]]]", 3));
-    EXPECT_TRUE(ParseBounded("[1]", 0));  // taken as 1
-    EXPECT_FALSE(ParseBounded("[[]]", -5));
-    EXPECT_TRUE(ParseBounded(AlternatingNesting(kBound * 4), kBound * 4));
+    EXPECT_EQ(ParseBounded("[[{\"a\":1}]]", 3), "[[{\"a\":1}]]");
+    EXPECT_EQ(ParseBounded("[[[{\"a\":1}]]]", 3), "");
+    EXPECT_EQ(ParseBounded("[1]", 0), "[1]");  // taken as 1
+    EXPECT_EQ(ParseBounded("[[]]", -5), "");
+    EXPECT_EQ(ParseBounded(AlternatingNesting(kBound * 4), kBound * 4), AlternatingNesting(kBound * 4));
     EXPECT_EQ(log.Lines(), TooDeepLine("ParseObject", 3) + TooDeepLine("ParseArray", 1));
 }
 
-std::string WideArray(std::size_t size) { return "[" + Repeat("[1,\"x\"],", static_cast<int>(size)) + "0]"; }
+std::string WideArray(std::size_t size) {
+    std::string text = "[";
+    for (std::size_t i = 0; i < size; ++i) text += "[1,\"x\"],";
+    return text + "0]";
+}
 std::string WideObject(std::size_t size) {
     std::string text = "{";
     for (std::size_t i = 0; i < size; ++i) text += "\"k" + std::to_string(i) + "\":[" + std::to_string(i) + "],";
@@ -95,7 +89,8 @@ std::string WideObject(std::size_t size) {
 }
 
 // Twice the text may cost at most about twice the allocations; elements
-// copied into their containers instead of moved would cost the square.
+// copied into their containers instead of moved would cost the square. The
+// tree read writes the text back (every member of the wide object kept).
 TEST(ParserDepth, ParsingAllocatesInProportionToTheText) {
     for (std::string (*document)(std::size_t) :
          {+[](std::size_t n) { return NestedArrays(n); }, +[](std::size_t n) { return NestedObjects(n); },
@@ -103,9 +98,12 @@ TEST(ParserDepth, ParsingAllocatesInProportionToTheText) {
         std::size_t calls[2] = {};
         for (int i = 0; i < 2; ++i) {
             const std::string text = document(1000u * static_cast<std::size_t>(i + 1));
+            Parser parser(text.c_str());
+            parser.SetMaxDepth(1 << 20);
             AllocationCounter counter;
-            EXPECT_TRUE(ParseBounded(text, 1 << 20));
+            const std::unique_ptr<Node> tree(parser.ParseValue());
             calls[i] = counter.Calls();
+            EXPECT_EQ(tree->Serialize(), text);
         }
         EXPECT_GT(calls[0], 0u);
         EXPECT_LE(calls[1], 2 * calls[0] + 64);

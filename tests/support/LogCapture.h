@@ -1,6 +1,9 @@
 #pragma once
 
+#include <fstream>
+#include <mutex>
 #include <regex>
+#include <sstream>
 #include <string>
 
 #include "base/ostream.h"
@@ -8,20 +11,43 @@
 namespace tavrin::test {
 
 // Points the framework's log stream at a string for the lifetime of the
-// object and restores the previous stream afterwards.
-class LogCapture {
+// object and restores the previous stream afterwards. Each insertion goes
+// through the host's string stream under a lock, so threads may log at once
+// (their lines may interleave).
+class LogCapture final : public tavrin::base::ostream {
 public:
-    LogCapture() : _stream(_text), _previous(tavrin::base::cout) { tavrin::base::cout = &_stream; }
-    ~LogCapture() { tavrin::base::cout = _previous; }
+    LogCapture() : _stream(_text), _previous(tavrin::base::cout) { tavrin::base::cout = this; }
+    ~LogCapture() override { tavrin::base::cout = _previous; }
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;
 
-    const std::string& Text() const { return _text; }
+    using ostream::operator<<;
+    ostream& operator<<(char c) override { return Put(c); }
+    ostream& operator<<(int v) override { return Put(v); }
+    ostream& operator<<(long long v) override { return Put(v); }
+    ostream& operator<<(std::uint32_t v) override { return Put(v); }
+    ostream& operator<<(const char* text) override { return Put(text); }
+
+    std::string Text() {
+        std::lock_guard<std::mutex> lock(_mutex);
+        return _text;
+    }
     // The text with the line number of every log line masked (see Masked).
-    std::string Lines() const;
-    void Reset() { _text.clear(); }
+    std::string Lines();
+    void Reset() {
+        std::lock_guard<std::mutex> lock(_mutex);
+        _text.clear();
+    }
 
 private:
+    template <class T>
+    ostream& Put(T piece) {
+        std::lock_guard<std::mutex> lock(_mutex);
+        _stream << piece;
+        return *this;
+    }
+
+    std::mutex _mutex;
     std::string _text;
     tavrin::base::ostream_string _stream;
     tavrin::base::ostream* _previous;
@@ -34,7 +60,7 @@ inline std::string Masked(const std::string& text) {
     static const std::regex kLineNumber("(\\.(?:cpp|h))/[0-9]+/");
     return std::regex_replace(text, kLineNumber, "$1/#/");
 }
-inline std::string LogCapture::Lines() const { return Masked(_text); }
+inline std::string LogCapture::Lines() { return Masked(Text()); }
 
 // One log line as the framework writes it, its line number masked.
 inline std::string LogLine(const char* colour, const std::string& path, const std::string& function,
@@ -48,6 +74,21 @@ inline std::string RedLine(const std::string& path, const std::string& function,
 inline std::string CyanLine(const std::string& path, const std::string& function,
                             const std::string& message) {
     return LogLine("\033[36m", path, function, message);
+}
+
+// Occurrences of `needle` in `text`.
+inline int CountOf(const std::string& text, const std::string& needle) {
+    int count = 0;
+    for (auto at = text.find(needle); at != std::string::npos; at = text.find(needle, at + 1)) ++count;
+    return count;
+}
+
+// The whole content of a file, or an empty text when it cannot be read.
+inline std::string ReadFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream content;
+    content << in.rdbuf();
+    return content.str();
 }
 
 }  // namespace tavrin::test

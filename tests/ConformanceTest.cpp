@@ -1,5 +1,6 @@
-// Runs every case of tests/conformance/parser (see the README there): the
-// tree parsed from each input, or the exact log of its failure.
+// Runs the data-driven corpora: tests/conformance/parser (the tree parsed
+// from each input, or the exact log of its failure; see the README there)
+// and tests/conformance/legacy (the text the json:: reader and writer make).
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,22 +14,33 @@
 
 #include "json/JsonNode.h"
 #include "json/Parser.h"
+#include "json/legacy/Deserialize.h"
+#include "json/legacy/Serialize.h"
 #include "support/LogCapture.h"
-#include "support/SourceLine.h"
 
 namespace {
 
 using tavrin::plugin::json::Node;
 using tavrin::plugin::json::Parser;
+using tavrin::test::ReadFile;
 
 const char kSource[] = "plugin/json/Parser.cpp";
-const std::string kCaseDir = std::string(TAVRIN_SOURCE_DIR) + "/tests/conformance/parser";
+const std::string kCases = std::string(TAVRIN_SOURCE_DIR) + "/tests/conformance/";
 
 std::vector<std::string> Split(const std::string& text, char separator) {
     std::vector<std::string> pieces;
     std::istringstream in(text);
     for (std::string piece; std::getline(in, piece, separator);) pieces.push_back(piece);
     return pieces;
+}
+
+// The names of the cases in a corpus folder, sorted.
+std::vector<std::string> CaseNames(const std::string& corpus) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(kCases + corpus))
+        if (entry.path().extension() == ".expect") names.push_back(entry.path().stem().string());
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 // One expected log line "Function|piece|piece...", with ${text} for the
@@ -76,19 +88,12 @@ Outcome Run(const char* text, const std::string& via) {
     return {ok, target.Serialize(), capture.Text()};
 }
 
-std::vector<std::string> CaseNames() {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(kCaseDir))
-        if (entry.path().extension() == ".expect") names.push_back(entry.path().stem().string());
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
-// Runs one case; gives the log it wrote.
+// Runs one parser case; gives the log it wrote.
 std::string CheckCase(const std::string& name) {
     SCOPED_TRACE("case " + name);
-    const std::string input = tavrin::test::ReadFile(kCaseDir + "/" + name + ".json");
-    const std::vector<std::string> expect = Split(tavrin::test::ReadFile(kCaseDir + "/" + name + ".expect"), '\n');
+    const std::string dir = kCases + "parser/";
+    const std::string input = ReadFile(dir + name + ".json");
+    const std::vector<std::string> expect = Split(ReadFile(dir + name + ".expect"), '\n');
     const std::vector<std::string> header = Split(expect.at(0), ' ');
     const std::string via = header.size() == 3 && header[1] == "via" ? header[2] : "";
     const Outcome outcome = Run(input.c_str(), via);
@@ -116,7 +121,7 @@ std::string CheckCase(const std::string& name) {
 // together the cases reach all of them but the read past the end, which only
 // direct cursor use makes (see the cursor tests).
 TEST(ParserConformance, EveryCaseGivesItsTreeOrItsExactLog) {
-    const std::vector<std::string> names = CaseNames();
+    const std::vector<std::string> names = CaseNames("parser");
     ASSERT_GE(names.size(), 140u);
     std::set<int> reached;
     for (const std::string& name : names) {
@@ -125,14 +130,27 @@ TEST(ParserConformance, EveryCaseGivesItsTreeOrItsExactLog) {
         for (std::sregex_iterator it(log.begin(), log.end(), kNumber), end; it != end; ++it)
             reached.insert(std::stoi((*it)[1]));
     }
-    const std::vector<std::string> lines =
-        Split(tavrin::test::ReadFile(std::string(TAVRIN_SOURCE_DIR) + "/" + kSource), '\n');
+    const std::vector<std::string> lines = Split(ReadFile(std::string(TAVRIN_SOURCE_DIR) + "/" + kSource), '\n');
     std::size_t statements = 0;
     for (const std::string& line : lines) statements += line.find("TAVRIN_LOG_ERROR(") != std::string::npos;
     for (int line : reached)
         EXPECT_NE(lines.at(static_cast<std::size_t>(line - 1)).find("TAVRIN_LOG_ERROR("), std::string::npos)
             << "Parser.cpp:" << line << " logs no line";
     EXPECT_EQ(reached.size() + 1, statements) << "a logging statement of the parser is reached by no case";
+}
+
+// Every NAME.json under tests/conformance/legacy reads and writes back as
+// NAME.expect says (its text up to a final line break; "null" when the
+// reader fails).
+TEST(LegacyConformance, EveryCaseReadsBackAsExpected) {
+    const std::vector<std::string> names = CaseNames("legacy");
+    ASSERT_GE(names.size(), 50u);
+    for (const std::string& name : names) {
+        std::string expected = ReadFile(kCases + "legacy/" + name + ".expect");
+        if (!expected.empty() && expected.back() == '\n') expected.pop_back();
+        const json::Value value = json::Deserialize(ReadFile(kCases + "legacy/" + name + ".json"));
+        EXPECT_EQ(value.GetType() == json::NullVal ? "null" : json::Serialize(value), expected) << name;
+    }
 }
 
 }  // namespace
