@@ -1,5 +1,6 @@
 // Runs the data-driven corpora: tests/conformance/parser (the tree parsed
-// from each input, or the exact log of its failure; see the README there)
+// from each input, or the exact log and offset of its failure; see the
+// README there)
 // and tests/conformance/legacy (the text the json:: reader and writer make).
 #include <gtest/gtest.h>
 
@@ -109,6 +110,12 @@ std::string CheckCase(const std::string& name) {
     }
     EXPECT_EQ(header.front(), "fail");
     EXPECT_FALSE(outcome.ok);
+    if (header.size() == 3 && header[1] == "at") {
+        tavrin::test::LogCapture quiet;
+        Parser parser(input.c_str());
+        const std::unique_ptr<Node> result(parser.ParseValue());
+        EXPECT_EQ(parser.FailureOffset(), std::stoi(header[2]));
+    }
     EXPECT_EQ(outcome.serialized, "\"sentinel\"");
     std::string log;
     for (std::size_t i = 1; i < expect.size(); ++i) log += ExpectedLine(expect[i], input.c_str());

@@ -75,6 +75,10 @@ TEST(ParserDepth, EachParserCanSetItsOwnBound) {
     EXPECT_EQ(ParseBounded("[[]]", -5), "");
     EXPECT_EQ(ParseBounded(AlternatingNesting(kBound * 4), kBound * 4), AlternatingNesting(kBound * 4));
     EXPECT_EQ(log.Lines(), TooDeepLine("ParseObject", 3) + TooDeepLine("ParseArray", 1));
+    Parser parser("{\"a\":[[1]]}");  // the failure offset follows the parser's own bound
+    parser.SetMaxDepth(2);
+    EXPECT_TRUE(std::unique_ptr<Node>(parser.ParseValue())->IsEmpty());
+    EXPECT_EQ(parser.FailureOffset(), 6);
 }
 
 std::string WideArray(std::size_t size) {
