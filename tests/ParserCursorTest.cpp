@@ -1,6 +1,8 @@
-// The parser's cursor operations and type detection.
+// The parser's cursor operations, type detection and readers called
+// directly; Node::Deserialize as the entry.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <random>
 #include <string>
 #include <typeinfo>
@@ -49,7 +51,8 @@ TEST(ParserCursor, ReadsUpToTheTerminatorAndLogsEveryReadPastIt) {
     EXPECT_EQ(log.Lines(), pastEnd);
 }
 
-TEST(ParserCursor, RetractConcatAndSkipSpaces) {
+TEST(ParserCursor, RetractConcatSkipSpacesAndParseSpecific) {
+    LogCapture log;
     Parser parser("xy");
     parser.GetNextChar();
     parser.Concat();
@@ -58,11 +61,9 @@ TEST(ParserCursor, RetractConcatAndSkipSpaces) {
     parser.Concat();
     EXPECT_EQ(parser._buffer, "xyy");
     parser.Retract();
-    EXPECT_EQ(parser._pos, 0);
-    EXPECT_EQ(parser._token, ' ');
+    EXPECT_EQ(std::make_pair(parser._pos, parser._token), std::make_pair(0, ' '));
     EXPECT_FALSE(parser.EOL());
     EXPECT_EQ(parser.GetNextChar(), 'y');
-
     // Blank, tab, CR and LF are skipped; the first other character is kept.
     for (const auto& [text, next] : std::vector<std::pair<const char*, int>>{
              {" \t\r\n\f x", '\f'}, {"\v", '\v'}, {"  ", 0}, {"\n1", '1'}}) {
@@ -71,16 +72,11 @@ TEST(ParserCursor, RetractConcatAndSkipSpaces) {
         EXPECT_EQ(spaces.EOL(), next == 0) << text;
         EXPECT_EQ(spaces.GetNextChar(), next) << text;
     }
-}
-
-TEST(ParserCursor, ParseSpecificMatchesLiterallyWithoutSteppingBack) {
-    LogCapture log;
-    Parser parser("abdz");
-    EXPECT_FALSE(parser.ParseSpecific("abc"));
+    Parser specific("abdz");  // matched literally, without stepping back
+    EXPECT_FALSE(specific.ParseSpecific("abc"));
     EXPECT_EQ(log.Lines(), RedLine(kSource, "ParseSpecific", "_token error!"));
-    EXPECT_EQ(parser.GetNextChar(), 'z');
-    Parser blank(" true");
-    EXPECT_FALSE(blank.ParseSpecific("true"));
+    EXPECT_EQ(specific.GetNextChar(), 'z');
+    EXPECT_FALSE(Parser(" true").ParseSpecific("true"));
     Parser word("true,");
     EXPECT_TRUE(word.ParseSpecific("true"));
     EXPECT_EQ(word._pos, 3);
@@ -98,29 +94,19 @@ char Letter(const std::type_info* kind) {
     return '!';
 }
 
-// The kind TypeDetect gives at the start of `text`, the cursor checked to be
-// where it was.
-char KindAtStart(const char* text) {
-    Parser parser(text);
-    const char kind = Letter(parser.TypeDetect());
-    EXPECT_EQ(parser._pos, -1) << text;
-    EXPECT_EQ(parser._token, ' ') << text;
-    return kind;
-}
-
-TEST(ParserTypeDetect, ClassifiesByFirstCharacterAndNumbersByLookAhead) {
+TEST(ParserTypeDetect, ClassifiesByFirstCharacterAndNumbersByLookAheadCursorStays) {
     LogCapture log;
     for (const auto& [text, kind] : std::vector<std::pair<const char*, char>>{
              {"{", 'O'}, {"[", 'A'}, {"\"a\"", 's'}, {"t", 'b'}, {"fx", 'b'}, {"-7]", 'i'}, {"12", 'i'},
              {"2.5]", 'd'}, {"1e5]", 'd'}, {"1E5}", 'd'}, {"1/3]", 'f'}, {"1 /3]", 'f'}, {"1 2.5]", 'd'},
-             {"1 \"x\" ab 2,3.5", 'i'}})
-        EXPECT_EQ(KindAtStart(text), kind) << text;
-    EXPECT_EQ(log.Text(), "");
-    for (const char* text : {"", "null", "TRUE", "F", "+1", ".5", "\xC3\xA9", "}"}) {
+             {"1 \"x\" ab 2,3.5", 'i'}, {"", '?'}, {"null", '?'}, {"TRUE", '?'}, {"F", '?'}, {"+1", '?'},
+             {".5", '?'}, {"\xC3\xA9", '?'}, {"}", '?'}}) {
         log.Reset();
-        EXPECT_EQ(KindAtStart(text), '?') << text;
-        EXPECT_EQ(log.Lines(), RedLine(kSource, "TypeDetect", std::string("can't detect the type of") + text +
-                                                                  ",please check string format!"));
+        Parser parser(text);
+        EXPECT_EQ(Letter(parser.TypeDetect()), kind) << text;
+        EXPECT_EQ(std::make_pair(parser._pos, parser._token), std::make_pair(-1, ' ')) << text;
+        EXPECT_EQ(log.Lines(), kind != '?' ? "" : RedLine(kSource, "TypeDetect", std::string("can't detect the type of") +
+                                                                                      text + ",please check string format!"));
     }
 }
 
@@ -145,8 +131,7 @@ TEST(ParserTypeDetect, CachedLookAheadGivesTheResultOfAFullScan) {
     const std::string alphabet = "0123456789-- ,]}.eE/\"ax";
     for (int round = 0; round < 300; ++round) {
         std::string text;
-        const int length = 1 + static_cast<int>(random() % 60);
-        for (int i = 0; i < length; ++i) text += alphabet[random() % alphabet.size()];
+        for (int i = 1 + static_cast<int>(random() % 60); i > 0; --i) text += alphabet[random() % alphabet.size()];
         EXPECT_EQ(KindsAlong(text, false), KindsAlong(text, true)) << text;
     }
     Parser parser("1 2 3 ] 4.5");
@@ -159,6 +144,62 @@ TEST(ParserTypeDetect, CachedLookAheadGivesTheResultOfAFullScan) {
     parser._pos = -1;
     kinds += Letter(parser.TypeDetect());
     EXPECT_EQ(kinds, "iidif");
+}
+
+// Each reader leaves the cursor on the last character of its value: the next
+// read returns what follows it. Called directly, the container readers leave
+// the top-level rule to their first element, which ParseValue still applies.
+TEST(ParserReaders, LeaveTheCursorOnTheLastCharacterOfTheValue) {
+    LogCapture log;
+    const std::vector<std::tuple<const char*, Node* (Parser::*)(), char, const char*>> cases = {
+        {"-42,", &Parser::ParseInt64, ',', "-42"}, {"0]", &Parser::ParseInt64, ']', "0"},
+        {"12", &Parser::ParseInt64, '\0', "12"}, {"2.50}", &Parser::ParseDouble, '}', "2.5"},
+        {"-1.5e-3 ,", &Parser::ParseDouble, ' ', "-0.0015"}, {"1E+5]", &Parser::ParseDouble, ']', "1e+05"},
+        {"7,", &Parser::ParseDouble, ',', "7.0"}, {"-3/04,", &Parser::ParseFraction, ',', "-3/4"},
+        {" \t\"a\\\"b\":", &Parser::ParseString, ':', "\"a\\\"b\""}, {"true,", &Parser::ParseBool, ',', "true"},
+        {"false]", &Parser::ParseBool, ']', "false"},
+        {"[[],[[2]]] x", &Parser::ParseArray, ' ', "[[],[[2]]]"}, {"{\"a\":{}}x", &Parser::ParseObject, 'x', "{\"a\":{}}"},
+    };
+    for (const auto& [text, reader, following, written] : cases) {
+        Parser parser(text);
+        EXPECT_EQ(std::unique_ptr<Node>((parser.*reader)())->Serialize(), written) << text;
+        EXPECT_EQ(parser.GetNextChar(), static_cast<unsigned char>(following)) << text;
+    }
+    EXPECT_EQ(log.Text(), "");
+}
+
+TEST(ParserReaders, OnlyTheFirstValueMustBeAContainer) {
+    LogCapture log;
+    Parser fresh("[1]");
+    EXPECT_TRUE(std::unique_ptr<Node>(fresh.ParseArray())->IsEmpty());
+    Parser started("[1]");
+    started._first = false;
+    EXPECT_EQ(std::unique_ptr<Node>(started.ParseArray())->Serialize(), "[1]");
+    Parser parser("5 [1]");
+    EXPECT_TRUE(std::unique_ptr<Node>(parser.ParseValue())->IsEmpty());
+    EXPECT_TRUE(parser._first);  // a refused value leaves the rule in force
+    Parser nested(" [\"x\"] 5");
+    std::unique_ptr<Node>(nested.ParseValue());
+    EXPECT_FALSE(nested._first);
+    EXPECT_EQ(std::unique_ptr<Node>(nested.ParseValue())->Serialize(), "5");
+}
+
+TEST(NodeDeserialize, ReplacesTheContentOnlyOnSuccessAndReadsUpToTheFirstNul) {
+    LogCapture log;
+    Node node;
+    ASSERT_TRUE(node.Deserialize("{\"a\":1,\"b\":[true]}"));
+    ASSERT_TRUE(node.Deserialize(std::string("[2]\0[[[", 7)));
+    EXPECT_EQ(node.Serialize(), "[2]");
+    EXPECT_FALSE(node.Deserialize(std::string("[\"a\0b\"]", 7)));
+    EXPECT_FALSE(node.Deserialize("[2,"));
+    log.Reset();
+    EXPECT_FALSE(node.Deserialize(static_cast<const char*>(nullptr)));
+    const std::string nullLog = log.Text();
+    log.Reset();
+    EXPECT_FALSE(node.Deserialize(""));
+    EXPECT_EQ(nullLog, log.Text());  // a null text fails like an empty one
+    EXPECT_NE(nullLog, "");
+    EXPECT_EQ(node.Serialize(), "[2]");
 }
 
 }  // namespace
