@@ -14,16 +14,33 @@
 #include "json/legacy/Deserialize.h"
 #include "json/legacy/Serialize.h"
 #include "json/legacy/Value.h"
-#include "support/LegacyProbe.h"
-
-using tavrin::test::LegacyProbe;
-using tavrin::test::MakeFraction;
 
 namespace {
 
-json::Value Float(float f) { return tavrin::test::FloatValue(f); }
-json::Value Double(double d) { return tavrin::test::DoubleValue(d); }
+// A json::Value whose fields a test can read, including those its typed
+// accessors do not show.
+struct LegacyProbe : json::Value {
+    using json::Value::Value;
+    using json::Value::operator=;
+    using json::Value::mArrayVal, json::Value::mBoolVal, json::Value::mDoubleVal, json::Value::mFloatVal,
+        json::Value::mFractionVal, json::Value::mIntVal, json::Value::mObjectVal, json::Value::mStringVal;
+};
+
+tavrin::base::Fraction MakeFraction(long long num, long long den) {
+    tavrin::base::Fraction f;
+    f.From(num, den);
+    return f;
+}
 json::Value Fraction(long long num, long long den) { return json::Value(MakeFraction(num, den)); }
+// Values of the two decimal types, which have no constructor of their own.
+template <class T>
+json::Value Decimal(T value) {
+    json::Value v;
+    v = value;
+    return v;
+}
+json::Value Float(float f) { return Decimal(f); }
+json::Value Double(double d) { return Decimal(d); }
 
 json::Array ArrayOf(std::initializer_list<json::Value> values) {
     json::Array a;

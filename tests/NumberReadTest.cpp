@@ -14,7 +14,6 @@
 #include "json/legacy/Deserialize.h"
 #include "json/legacy/Serialize.h"
 #include "support/DecimalCommaLocale.h"
-#include "support/LegacyProbe.h"
 
 namespace {
 
@@ -82,8 +81,11 @@ TEST(NumberRead, TheProcessLocaleChangesNothing) {
     Node node;
     ASSERT_TRUE(node.Deserialize("[2.5,1e-3,7,1/2,\"a b\",{\"k\":0.25}]"));
     EXPECT_EQ(node.Serialize(), "[2.5,0.001,7,1/2,\"a b\",{\"k\":0.25}]");
-    EXPECT_EQ(SerializeValue(tavrin::test::FloatValue(2.5f)), "2.5");
-    EXPECT_EQ(SerializeValue(tavrin::test::DoubleValue(-0.125)), "-0.125");
+    json::Value decimal;
+    decimal = 2.5f;
+    EXPECT_EQ(SerializeValue(decimal), "2.5");
+    decimal = -0.125;
+    EXPECT_EQ(SerializeValue(decimal), "-0.125");
     const std::string text = "{\"a\":[1,-2,1/2],\"b\":\" x \",\"c\":TRUE}";
     EXPECT_EQ(json::Serialize(json::Deserialize(text)), "{\"a\":[1,-2,1/2],\"b\":\"x\",\"c\":true}");
 }
