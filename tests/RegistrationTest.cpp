@@ -1,6 +1,7 @@
-// Registration of the conversion functions in the factory's registry, and the
-// module's entry points, callback slots and globals. (Both registered objects
-// are called through their interfaces by every conversion test.)
+// Registration of the conversion functions in the factory's registry, the
+// module's entry points, callback slots and globals (both registered objects
+// are called through their interfaces by every conversion test); and the
+// readers, writers and the conversion command on several threads at once.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -9,11 +10,15 @@
 #include <vector>
 
 #include "host/ReflectLog.h"
+#include "json/JsonNode.h"
+#include "json/legacy/Deserialize.h"
+#include "json/legacy/Serialize.h"
 #include "support/ConvertFixture.h"
 
 namespace {
 
 using tavrin::base::object;
+using tavrin::plugin::json::Node;
 using namespace tavrin::test;  // registry, log capture
 
 constexpr const char* kConvertName = "convert_json_to_attrset_string";
@@ -70,6 +75,42 @@ TEST_F(Registration, ConcurrentRegistrationsAddEachNameOnce) {
         EXPECT_EQ(RegisteredNames(), (std::vector<std::string>{kConvertName, kCommandName}));
     }
     EXPECT_EQ(CountOf(_log.Lines(), kDuplicate), 2 * 50);
+}
+
+class ConcurrentReaders : public ConvertFixture {
+protected:
+    // Reads, writes and converts a document of its own for `id`; false when
+    // any result differs from what one thread gives.
+    bool RoundTrips(int id) {
+        const std::string n = std::to_string(id);
+        const std::string text = "{\"id\":" + n + ",\"name\":\"doc" + n + "\",\"parts\":[" + n +
+                                 ",{\"ok\":true},[1/" + std::to_string(id % 9 + 1) + "]]}";
+        Node node;
+        const bool nodeSame = node.Deserialize(text) && node.Serialize() == text;
+        const bool legacySame = json::Serialize(json::Deserialize(text)) == text;
+        Node refused(true);
+        const bool refusedKept = !refused.Deserialize("[" + n + ",]") && refused.Is<bool>();
+        std::string out;
+        tavrin::base::AttrSet args;
+        args.Add("p0", ("{\"id\":" + n + ",\"tags\":[\"t" + n + "\",2]}").c_str());
+        args.Add("p1", HexAddress(&out).c_str());
+        const bool converted = Command(args) && out == SetText({{"id", n}, {"tags", "{{t" + n + "}+2}"}});
+        return nodeSame && legacySame && refusedKept && converted;
+    }
+};
+
+TEST_F(ConcurrentReaders, DocumentsOnSeveralThreadsAtOnce) {
+    constexpr int kThreads = 4, kRounds = 200;
+    std::atomic<int> wrong{0};
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t)
+        threads.emplace_back([this, t, &wrong] {
+            for (int round = 0; round < kRounds; ++round) wrong += !RoundTrips(t * kRounds + round);
+        });
+    for (auto& thread : threads) thread.join();
+    EXPECT_EQ(wrong.load(), 0);
+    EXPECT_EQ(CountOf(_log.Text(), " can't detect json type,please check string format!"), kThreads * kRounds);
+    EXPECT_EQ(CountOf(_log.Text(), "src="), kThreads * kRounds);
 }
 
 TEST(Module, LoadAnnouncedTheRegistrationEntryOnceAndTheVersion) {
