@@ -65,30 +65,10 @@ bool Balanced(const std::string& s) {
     return n('{') == n('}') && n('[') == n(']') && n('\'') % 2 == 0 && n('"') % 2 == 0;
 }
 
-json::Value ObjectOf(const std::string& s, Stack& stack) {
-    stack.push_back(json::ObjectDepth);
-    json::Object object;
-    for (std::string body = s.substr(1, s.size() - 2); !body.empty();) {
-        const int open = ClosingQuote(body, 0);
-        const int close = open < 0 ? -1 : ClosingQuote(body, static_cast<std::size_t>(open) + 1);
-        const std::size_t colon = close < 0 ? std::string::npos : body.find(':', static_cast<std::size_t>(close));
-        if (colon == std::string::npos || close == open + 1) return json::Value();
-        json::Value& entry = object[body.substr(open + 1, close - open - 1)];
-        body = body.substr(colon + 1);
-        bool error = false;
-        entry = ValueOf(body, error, stack);
-        if (error) return json::Value();
-    }
-    if (!stack.empty() && stack.back() == json::ObjectDepth) stack.pop_back();
-    return json::Value(object);
-}
-
-json::Value ArrayOf(const std::string& text, Stack& stack) {
-    std::string rest = Trim(text);
-    if (rest.size() < 2 || rest.front() != '[' || rest.back() != ']') return json::Value();
-    rest = rest.substr(1, rest.size() - 2);
+// The array or object spanning all of `s` (its brackets checked already).
+json::Value ArrayOf(const std::string& s, Stack& stack) {
     json::Array array;
-    while (!rest.empty()) {
+    for (std::string rest = s.substr(1, s.size() - 2); !rest.empty();) {
         std::string piece;
         for (std::size_t i = 0; i < rest.size(); ++i) {
             // A nested container is read from here; a scalar piece ends at
@@ -106,6 +86,24 @@ json::Value ArrayOf(const std::string& text, Stack& stack) {
         }
     }
     return json::Value(array);
+}
+
+json::Value ObjectOf(const std::string& s, Stack& stack) {
+    stack.push_back(json::ObjectDepth);
+    json::Object object;
+    for (std::string body = s.substr(1, s.size() - 2); !body.empty();) {
+        const int open = ClosingQuote(body, 0);
+        const int close = open < 0 ? -1 : ClosingQuote(body, static_cast<std::size_t>(open) + 1);
+        const std::size_t colon = close < 0 ? std::string::npos : body.find(':', static_cast<std::size_t>(close));
+        if (colon == std::string::npos || close == open + 1) return json::Value();
+        json::Value& entry = object[body.substr(open + 1, close - open - 1)];
+        body = body.substr(colon + 1);
+        bool error = false;
+        entry = ValueOf(body, error, stack);
+        if (error) return json::Value();
+    }
+    if (!stack.empty() && stack.back() == json::ObjectDepth) stack.pop_back();
+    return json::Value(object);
 }
 
 json::Value ContainerOf(const std::string& text, Stack& stack) {
