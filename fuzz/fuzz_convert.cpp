@@ -34,7 +34,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     arguments.Add("p1", address);
     if (!(*command)(arguments)) {
         TAVRIN_FUZZ_CHECK(result == "untouched");
-    } else if (const std::size_t first = text.find_first_not_of(" \t\r\n"); first != std::string::npos && text[first] == '{') {
+    } else if (const std::size_t first = text.find_first_not_of(" \t\r\n");
+               first != std::string::npos && text[first] == '{') {
         TAVRIN_FUZZ_CHECK(tavrin::base::AttrSet(result.c_str()).ToString(false) == result);
     }
     return 0;

@@ -21,7 +21,8 @@ int main(int argc, char** argv) {
         if (fs::is_directory(argv[i])) {
             inputs.clear();
             for (const auto& entry : fs::recursive_directory_iterator(argv[i]))
-                if (entry.is_regular_file() && entry.path().filename().string().front() != '.') inputs.push_back(entry.path());
+                if (entry.is_regular_file() && entry.path().filename().string().front() != '.')
+                    inputs.push_back(entry.path());
             std::sort(inputs.begin(), inputs.end());
         }
         for (const fs::path& input : inputs) {
@@ -32,7 +33,8 @@ int main(int argc, char** argv) {
             }
             // A copy of exactly the file's size, so that a read past its end
             // is caught by the sanitizers as it would be under libFuzzer.
-            const std::vector<std::uint8_t> data((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+            const std::vector<std::uint8_t> data((std::istreambuf_iterator<char>(file)),
+                                                 std::istreambuf_iterator<char>());
             LLVMFuzzerTestOneInput(data.data(), data.size());
             ++replayed;
         }

@@ -119,7 +119,8 @@ TEST(AbiFramework, VirtualSlotsInDeclaredOrder) {
     // object's own slots follow IParam's nine and its destructor.
     EXPECT_EQ((Slots{VirtualSlot(&object::operator>>), VirtualSlot(&object::getObject), VirtualSlot(&object::setObject),
                      VirtualSlot(&object::fromAttrSet), VirtualSlot(&object::toAttrSet),
-                     VirtualSlot(&object::ReceiveMessage), VirtualSlot(&object::Clone), VirtualSlot(&object::configure)}),
+                     VirtualSlot(&object::ReceiveMessage), VirtualSlot(&object::Clone),
+                     VirtualSlot(&object::configure)}),
               (Slots{9 + kD, 10 + kD, 11 + kD, 12 + kD, 13 + kD, 14 + kD, 15 + kD, 16 + kD}));
     // Interfaces and the naming classes: after their destructors; the keyword
     // form overrides the name's slot, a function object Clone and configure.
@@ -127,7 +128,8 @@ TEST(AbiFramework, VirtualSlotsInDeclaredOrder) {
                      VirtualSlot(&IAttributes::toString), VirtualSlot(&IAttributes::fromString),
                      VirtualSlot(&IMessageReceiver::ReceiveMessage), VirtualSlot(&IFunc<bool, AttrSet&>::operator()),
                      VirtualSlot(&object_name::Name), VirtualSlot(&object_name::ID), VirtualSlot(&object_name::Order),
-                     VirtualSlot(&object_keywords::Name), VirtualSlot(&Command::Clone), VirtualSlot(&Command::configure)}),
+                     VirtualSlot(&object_keywords::Name), VirtualSlot(&Command::Clone),
+                     VirtualSlot(&Command::configure)}),
               (Slots{kD, kD + 1, kD + 2, kD + 3, kD, kD, kD, kD + 1, kD + 2, kD, 15 + kD, 16 + kD}));
     // ostream: char first, text last; the string insertion is a header piece.
     EXPECT_EQ((Slots{VirtualSlot(static_cast<ostream& (ostream::*)(char)>(&ostream::operator<<)),

@@ -150,7 +150,8 @@ Entries Read(const AttrSet& set) {
 
 TEST(AttrSetText, WritesEscapesAndReadsBack) {
     const AttrSet inner = Make({{"a", "1"}, {"b", Make({{"c", "x"}}).ToString(false)}});
-    EXPECT_EQ(Make({{"root", inner.ToString(false)}, {"list", "1+2"}}).ToString(false), "{root={a=1,b={c=x}},list=1+2}");
+    EXPECT_EQ(Make({{"root", inner.ToString(false)}, {"list", "1+2"}}).ToString(false),
+              "{root={a=1,b={c=x}},list=1+2}");
     EXPECT_EQ(AttrSet().ToString(false), "{}");
     const AttrSet set = Make({{"k=1", "a,b%c"}, {"open", "}{"}, {"brace", "{"}, {"", ""}, {" k ", " \"v\\ "}});
     EXPECT_EQ(set.ToString(false), "{k%3D1=a%2Cb%25c,open=%7D%7B,brace=%7B,=, k = \"v\\ }");
@@ -172,7 +173,9 @@ TEST(AttrSetText, WritesEscapesAndReadsBack) {
 // form, blanks and a few plain ones; values are sometimes empty and sometimes
 // the text form of a generated set, nested a few levels.
 Entries RandomEntries(std::mt19937& random, int depth) {
-    const auto below = [&random](std::size_t bound) { return std::uniform_int_distribution<std::size_t>(0, bound - 1)(random); };
+    const auto below = [&random](std::size_t bound) {
+        return std::uniform_int_distribution<std::size_t>(0, bound - 1)(random);
+    };
     const auto text = [&](std::size_t maxLength) {
         static const std::string kAlphabet = "{},=%\\\" \tab1+%{}";
         std::string result;
@@ -182,9 +185,10 @@ Entries RandomEntries(std::mt19937& random, int depth) {
     Entries entries;
     std::set<std::string> keys;
     for (std::size_t i = below(6); i > 0; --i) {
-        std::string key = below(4) == 0 && depth > 0 ? Make(RandomEntries(random, depth - 1)).ToString(false) : text(8);
+        const auto nested = [&] { return Make(RandomEntries(random, depth - 1)).ToString(false); };
+        std::string key = below(4) == 0 && depth > 0 ? nested() : text(8);
         const std::size_t choice = below(6);
-        std::string value = choice == 0 ? "" : choice == 1 && depth > 0 ? Make(RandomEntries(random, depth - 1)).ToString(false) : text(12);
+        std::string value = choice == 0 ? "" : choice == 1 && depth > 0 ? nested() : text(12);
         if (keys.insert(key).second) entries.emplace_back(std::move(key), std::move(value));
     }
     return entries;
@@ -219,7 +223,7 @@ TEST(AttrSetAccess, GetValueKeyAndAdd) {
 
 TEST(Hash, CaseFoldedFnv1aUpToTheStopCharacterAndTableLookups) {
     EXPECT_EQ(std::make_tuple(Hash(std::string(), '\0'), Hash(std::string("a"), '\0'), Hash(std::string("A"), '\0'),
-                              Hash(std::string("foobar"), '\0'), Hash("FooBar"), Hash(static_cast<const char*>(nullptr))),
+                              Hash(std::string("foobar"), '\0'), Hash("FooBar"), Hash(nullptr)),
               std::make_tuple(2166136261u, 3826002220u, 3826002220u, 3214735720u, 3214735720u, 0u));
     EXPECT_EQ(Hash(std::string("ab-cd"), '-'), Hash("ab"));
     EXPECT_EQ(Hash(std::string("aBc"), 'b'), Hash("abc"));  // the stop character is compared before folding
@@ -246,7 +250,8 @@ TEST(Hash, CaseFoldedFnv1aUpToTheStopCharacterAndTableLookups) {
 TEST(IndexHash, HashesAlikeInMostBitsSpreadOverTheSlots) {
     for (const int shift : {0, 4, 10, 16, 20}) {
         std::set<std::size_t> used;
-        for (std::uint32_t i = 0; i < 4096; ++i) used.insert(tavrin::plugin::json::common::SpreadHash(i << shift) & 1023);
+        for (std::uint32_t i = 0; i < 4096; ++i)
+            used.insert(tavrin::plugin::json::common::SpreadHash(i << shift) & 1023);
         EXPECT_GT(used.size(), 1024u * 9 / 10) << "hashes i << " << shift;
     }
 }
@@ -312,7 +317,8 @@ TEST(Arr32, UniqueAddSkipsValuesPresentStorageGrows) {
     EXPECT_EQ(std::make_pair(none[0], *full.begin()), std::make_pair(77u, 5u));
     Arr32 unbacked(nullptr, 4, false);  // no storage: grows on the first add
     EXPECT_EQ(unbacked.Add("x-y", '-'), 2);
-    EXPECT_EQ(std::vector<std::uint32_t>(unbacked.begin(), unbacked.end()), (std::vector<std::uint32_t>{Hash("x"), Hash("y")}));
+    EXPECT_EQ(std::vector<std::uint32_t>(unbacked.begin(), unbacked.end()),
+              (std::vector<std::uint32_t>{Hash("x"), Hash("y")}));
 }
 
 // toAttrSet reports failure after adding an entry.

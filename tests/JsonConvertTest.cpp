@@ -55,19 +55,17 @@ TEST_F(JsonConvert, DocumentsGiveTheirTexts) {
 }
 
 TEST_F(JsonConvert, WalkersLogEachLevelInnermostFirst) {
-    const std::string arrayMet = Red("convert", ""), skipped = Red("convert", "");
+    const std::string red = Red("convert", "");  // an array met, or a value of a kind left out
     const auto info = [](const std::string& text) { return Cyan("convert", text); };
-    const std::string inner = SetText("l", "{{2}+{s}}");
-    const std::string root = SetText({{"o", inner}, {"n", "1"}});
-    const std::string walked = "{1}+{" + SetText("a", "2") + "}+";
+    const auto twice = [&info](const std::string& text) { return info(text) + info(text); };
+    const std::string inner = SetText("l", "{{2}+{s}}"), walked = "{1}+{" + SetText("a", "2") + "}+";
     const std::vector<std::pair<std::string, std::string>> cases = {
-        {"{\"k\":[1,2]}", arrayMet + info("1+2") + info("1+2") + info(SetText("k", "1+2")) + info(SetText("k", "1+2"))},
-        {"{\"o\":{\"l\":[[2],\"s\"]},\"n\":1}", arrayMet + arrayMet + info("2") + info("{2}+{s}") +
-                                                    info("{{2}+{s}}") + info(inner) + info(inner) + info(root) + info(root)},
-        {"{\"d\":2.5,\"f\":30000/1001,\"n\":1}", skipped + skipped + info(SetText("n", "1")) + info(SetText("n", "1"))},
-        {"{\"k\":[[1],{\"a\":2},2.5]}", arrayMet + arrayMet + info("1") + info(SetText("a", "2")) + skipped +
-                                            info(walked) + info("{" + walked + "}") + info(SetText("k", "{" + walked + "}")) +
-                                            info(SetText("k", "{" + walked + "}"))},
+        {"{\"k\":[1,2]}", red + twice("1+2") + twice(SetText("k", "1+2"))},
+        {"{\"o\":{\"l\":[[2],\"s\"]},\"n\":1}", red + red + info("2") + info("{2}+{s}") + info("{{2}+{s}}") +
+                                                    twice(inner) + twice(SetText({{"o", inner}, {"n", "1"}}))},
+        {"{\"d\":2.5,\"f\":30000/1001,\"n\":1}", red + red + twice(SetText("n", "1"))},
+        {"{\"k\":[[1],{\"a\":2},2.5]}", red + red + info("1") + info(SetText("a", "2")) + red + info(walked) +
+                                            info("{" + walked + "}") + twice(SetText("k", "{" + walked + "}"))},
     };
     for (const auto& [document, walk] : cases) {
         _log.Reset();

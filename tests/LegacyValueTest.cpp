@@ -71,7 +71,8 @@ std::string RuntimeErrorOf(const std::function<void()>& action) {
 TEST(LegacyValue, AssignmentSetsOnlyItsFieldAndTypeClearOnlyTheType) {
     const LegacyProbe d;
     EXPECT_EQ(std::make_tuple(d.GetType(), d.mIntVal, d.mFloatVal, d.mDoubleVal, d.mBoolVal, d.mStringVal,
-                              d.mObjectVal.size() + d.mArrayVal.size(), d.mFractionVal.num, d.mFractionVal.den, d.size()),
+                              d.mObjectVal.size() + d.mArrayVal.size(), d.mFractionVal.num, d.mFractionVal.den,
+                              d.size()),
               std::make_tuple(json::NullVal, 0, 0.0f, 0.0, false, std::string(), 0u, 0, 1, 1u));
     LegacyProbe p(3);
     p = 2.5f;
@@ -145,14 +146,16 @@ TEST(LegacyValue, CopiesTakeOnlyTheFieldsOfTheirType) {
     LegacyProbe source(5);
     source = "text";  // the integer field still holds 5
     LegacyProbe copy(source);
-    EXPECT_EQ(std::make_tuple(copy.GetType(), copy.ToString(), copy.mIntVal), std::make_tuple(json::StringVal, "text", 0));
+    EXPECT_EQ(std::make_tuple(copy.GetType(), copy.ToString(), copy.mIntVal),
+              std::make_tuple(json::StringVal, "text", 0));
     LegacyProbe target(9);
     target = static_cast<const json::Value&>(source);
     EXPECT_EQ(std::make_pair(target.GetType(), target.mIntVal), std::make_pair(json::StringVal, 9));
     LegacyProbe numeric(2);
     numeric = 2.5f;
     LegacyProbe numericCopy(numeric);
-    EXPECT_EQ(std::make_tuple(numericCopy.mIntVal, numericCopy.mFloatVal, numericCopy.mDoubleVal), std::make_tuple(2, 2.5f, 2.0));
+    EXPECT_EQ(std::make_tuple(numericCopy.mIntVal, numericCopy.mFloatVal, numericCopy.mDoubleVal),
+              std::make_tuple(2, 2.5f, 2.0));
     LegacyProbe moved(std::move(source));
     EXPECT_EQ(std::make_pair(moved.ToString(), moved.mIntVal), std::make_pair(std::string("text"), 0));
     LegacyProbe nullSource("x");

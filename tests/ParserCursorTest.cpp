@@ -105,8 +105,8 @@ TEST(ParserTypeDetect, ClassifiesByFirstCharacterAndNumbersByLookAheadCursorStay
         Parser parser(text);
         EXPECT_EQ(Letter(parser.TypeDetect()), kind) << text;
         EXPECT_EQ(std::make_pair(parser._pos, parser._token), std::make_pair(-1, ' ')) << text;
-        EXPECT_EQ(log.Lines(), kind != '?' ? "" : RedLine(kSource, "TypeDetect", std::string("can't detect the type of") +
-                                                                                      text + ",please check string format!"));
+        const std::string refusal = std::string("can't detect the type of") + text + ",please check string format!";
+        EXPECT_EQ(log.Lines(), kind != '?' ? "" : RedLine(kSource, "TypeDetect", refusal));
     }
 }
 
@@ -158,7 +158,8 @@ TEST(ParserReaders, LeaveTheCursorOnTheLastCharacterOfTheValue) {
         {"7,", &Parser::ParseDouble, ',', "7.0"}, {"-3/04,", &Parser::ParseFraction, ',', "-3/4"},
         {" \t\"a\\\"b\":", &Parser::ParseString, ':', "\"a\\\"b\""}, {"true,", &Parser::ParseBool, ',', "true"},
         {"false]", &Parser::ParseBool, ']', "false"},
-        {"[[],[[2]]] x", &Parser::ParseArray, ' ', "[[],[[2]]]"}, {"{\"a\":{}}x", &Parser::ParseObject, 'x', "{\"a\":{}}"},
+        {"[[],[[2]]] x", &Parser::ParseArray, ' ', "[[],[[2]]]"},
+        {"{\"a\":{}}x", &Parser::ParseObject, 'x', "{\"a\":{}}"},
     };
     for (const auto& [text, reader, following, written] : cases) {
         Parser parser(text);

@@ -50,11 +50,13 @@ TEST(ParserDepth, DeepestAdmittedDocumentsFitASmallStackDeeperOnesFailWithALineO
         EXPECT_EQ(ParseOnSmallStack(text, true), "");
     EXPECT_EQ(ParseOnSmallStack(NestedArrays(kBound + 1), false), TooDeepLine("ParseArray", kBound));
     // Each enclosing object adds its usual line for a failed value.
-    EXPECT_EQ(ParseOnSmallStack("{\"k\":" + NestedArrays(kBound), false), TooDeepLine("ParseArray", kBound) + kValueOfA);
+    EXPECT_EQ(ParseOnSmallStack("{\"k\":" + NestedArrays(kBound), false),
+              TooDeepLine("ParseArray", kBound) + kValueOfA);
     EXPECT_EQ(ParseOnSmallStack(std::string(1000000, '['), false), TooDeepLine("ParseArray", kBound));
     std::string manyValueLines;
     for (std::size_t i = 0; i < kBound; ++i) manyValueLines += kValueOfA;
-    EXPECT_EQ(ParseOnSmallStack(NestedObjects(1000000, ""), false), TooDeepLine("ParseObject", kBound) + manyValueLines);
+    EXPECT_EQ(ParseOnSmallStack(NestedObjects(1000000, ""), false),
+              TooDeepLine("ParseObject", kBound) + manyValueLines);
 }
 
 // The tree a parser bounded at `bound` reads from `text`, written back; ""

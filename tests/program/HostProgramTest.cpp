@@ -74,7 +74,8 @@ TEST(HostProgram, EachModePrintsItsReadingAndPassesTheLogLinesUnchanged) {
         {"convert", "{\"k\":[1,2.5]}", "{k=1+}\n",
          CyanLine(convert, outer, "src={\"k\":[1,2.5]}") + CyanLine(convert, outer, "") + red + red +
              CyanLine(convert, "convert", "1+") + CyanLine(convert, "convert", "1+") +
-             CyanLine(convert, "convert", "{k=1+}") + CyanLine(convert, "convert", "{k=1+}") + CyanLine(convert, outer, "")},
+             CyanLine(convert, "convert", "{k=1+}") + CyanLine(convert, "convert", "{k=1+}") +
+             CyanLine(convert, outer, "")},
         {"parse", " {\"a\": [ 1 , true ] } ", "{\"a\":[1,true]}\n", ""},
         {"legacy", " {\"a\": [1, null, TRUE], \"A\": 1/2, \"s\": \" x \"} ", "{\"a\":1/2,\"s\":\"x\"}\n", ""},
         {"legacy", "[1 2, \"\\u0041\"]", "[12,\"A\"]\n", ""},
@@ -105,8 +106,9 @@ TEST(HostProgram, RefusedDocumentsExitOneWithNothingOnStandardOutputAndAreDiagno
     const TempFile broken("input.json", "[1 2]");
     const Outcome parse = Host("parse '" + broken.path + "'");
     EXPECT_EQ(std::make_pair(parse.status, parse.out), std::make_pair(1, std::string()));
-    EXPECT_EQ(Masked(parse.err), RedLine("plugin/json/Parser.cpp", "ParseArray", "can't find \"]\", Array format error:[1 2]") +
-                                     Diagnostic(broken.path + ":1:4", "[1 2]", "   "));
+    EXPECT_EQ(Masked(parse.err),
+              RedLine("plugin/json/Parser.cpp", "ParseArray", "can't find \"]\", Array format error:[1 2]") +
+                  Diagnostic(broken.path + ":1:4", "[1 2]", "   "));
     for (const char* text : {"{\"a\": 1.5}", "42", "", "{\"a\": \"it's\"}"}) {
         const Outcome run = HostOn("legacy", text);
         EXPECT_EQ(std::make_pair(run.status, run.out + run.err), std::make_pair(1, std::string())) << text;
@@ -163,14 +165,15 @@ TEST(HostProgram, BadCommandLinesAndFilesExitTwoWithOneLineHelpAndVersionZero) {
         EXPECT_NE(run.err.find(named), std::string::npos) << args;
     }
     const Outcome full = Host("parse '" + input.path + "'", "/dev/null", "/dev/full");
-    EXPECT_EQ(std::make_pair(full.status, full.err), std::make_pair(2, std::string("tavrin-host: cannot write standard output\n")));
+    EXPECT_EQ(std::make_pair(full.status, full.err),
+              std::make_pair(2, std::string("tavrin-host: cannot write standard output\n")));
     const Outcome help = Host("--help");
     EXPECT_EQ(std::make_pair(help.status, help.err), std::make_pair(0, std::string()));
-    for (const char* mode : {"\n  convert ", "\n  parse ", "\n  legacy "}) EXPECT_NE(help.out.find(mode), std::string::npos) << mode;
+    for (const char* mode : {"\n  convert ", "\n  parse ", "\n  legacy "})
+        EXPECT_NE(help.out.find(mode), std::string::npos) << mode;
     const Outcome version = Host("--version");
     EXPECT_EQ(std::make_tuple(version.status, version.out, version.err),
-              std::make_tuple(0, std::string("tavrin-host " TAVRIN_VERSION "\nplug-in pluginjson@version:1.0.1.*.6872\n"),
-                              std::string()));
+              std::make_tuple(0, "tavrin-host " TAVRIN_VERSION "\nplug-in pluginjson@version:1.0.1.*.6872\n", ""));
 }
 
 }  // namespace

@@ -37,7 +37,8 @@ public:
 
 private:
     bool Use(const char* name) {
-        return _active = std::setlocale(LC_ALL, name) != nullptr && std::strcmp(std::localeconv()->decimal_point, ",") == 0;
+        _active = std::setlocale(LC_ALL, name) != nullptr && std::strcmp(std::localeconv()->decimal_point, ",") == 0;
+        return _active;
     }
 
     std::string _previous;

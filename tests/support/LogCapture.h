@@ -62,18 +62,13 @@ inline std::string Masked(const std::string& text) {
 }
 inline std::string LogCapture::Lines() { return Masked(Text()); }
 
-// One log line as the framework writes it, its line number masked.
-inline std::string LogLine(const char* colour, const std::string& path, const std::string& function,
-                           const std::string& message) {
-    return colour + path + "/#/" + function + ":\t" + message + "\n\033[0m";
+// One red or cyan log line as the framework writes it, its line number
+// masked.
+inline std::string RedLine(const std::string& path, const std::string& function, const std::string& message) {
+    return "\033[31m" + path + "/#/" + function + ":\t" + message + "\n\033[0m";
 }
-inline std::string RedLine(const std::string& path, const std::string& function,
-                           const std::string& message) {
-    return LogLine("\033[31m", path, function, message);
-}
-inline std::string CyanLine(const std::string& path, const std::string& function,
-                            const std::string& message) {
-    return LogLine("\033[36m", path, function, message);
+inline std::string CyanLine(const std::string& path, const std::string& function, const std::string& message) {
+    return "\033[36m" + RedLine(path, function, message).substr(5);
 }
 
 // Occurrences of `needle` in `text`.
