@@ -10,7 +10,6 @@
 #include <utility>
 #include <vector>
 
-#include "base/Hash.h"
 #include "json/legacy/Deserialize.h"
 #include "json/legacy/Serialize.h"
 #include "json/legacy/Value.h"
@@ -321,26 +320,4 @@ TEST(LegacySerialize, ValuesWriteTheirTextsOnlyObjectsAndArraysAreDocuments) {
         EXPECT_EQ(json::Serialize(value), value.GetType() == json::ArrayVal ? text : "");
     }
     EXPECT_EQ(json::Serialize(json::Value(json::Object())), "{}");
-}
-
-// Past the size where the reader indexes its entries (the small case is in
-// the conformance corpus): many keys, repeated in other letter cases, and two
-// keys of one hash; the reader's entries are those the object's own
-// operator[] would make.
-TEST(LegacyDeserialize, ManyKeysMatchTheTablesOwnLookup) {
-    ASSERT_EQ(tavrin::base::Hash("k32728"), tavrin::base::Hash("k261234"));
-    std::string text = "{";
-    json::Value expected{json::Object()};
-    for (int round = 0; round < 2; ++round) {
-        for (int i = 0; i < 300; ++i) {
-            const std::string key = (round == 0 ? "key" : "KEY") + std::to_string(i * 7 % 300);
-            text += "\"" + key + "\": " + std::to_string(round * 1000 + i) + ",";
-            expected[key] = round * 1000 + i;
-        }
-    }
-    text += "\"k32728\": 1, \"k261234\": 2}";
-    expected["k32728"] = 1;
-    expected["k261234"] = 2;
-    EXPECT_EQ(json::Serialize(json::Deserialize(text)), json::Serialize(expected));
-    EXPECT_EQ(json::Deserialize(text).size(), 301u);
 }
