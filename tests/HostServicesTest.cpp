@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
-#include <random>
 #include <set>
 #include <string>
 #include <utility>
@@ -167,42 +166,6 @@ TEST(AttrSetText, WritesEscapesAndReadsBack) {
         {"{a=1,b", {{"a", "1"}}}, {"a=1", {}}, {nullptr, {}}, {"{a=1}tail", {{"a", "1"}}},
     };
     for (const auto& [text, entries] : cases) EXPECT_EQ(Read(AttrSet(text)), entries) << (text ? text : "(null)");
-}
-
-// Random keys and values over the characters that mean something in the text
-// form, blanks and a few plain ones; values are sometimes empty and sometimes
-// the text form of a generated set, nested a few levels.
-Entries RandomEntries(std::mt19937& random, int depth) {
-    const auto below = [&random](std::size_t bound) {
-        return std::uniform_int_distribution<std::size_t>(0, bound - 1)(random);
-    };
-    const auto text = [&](std::size_t maxLength) {
-        static const std::string kAlphabet = "{},=%\\\" \tab1+%{}";
-        std::string result;
-        for (std::size_t i = below(maxLength + 1); i > 0; --i) result += kAlphabet[below(kAlphabet.size())];
-        return result;
-    };
-    Entries entries;
-    std::set<std::string> keys;
-    for (std::size_t i = below(6); i > 0; --i) {
-        const auto nested = [&] { return Make(RandomEntries(random, depth - 1)).ToString(false); };
-        std::string key = below(4) == 0 && depth > 0 ? nested() : text(8);
-        const std::size_t choice = below(6);
-        std::string value = choice == 0 ? "" : choice == 1 && depth > 0 ? nested() : text(12);
-        if (keys.insert(key).second) entries.emplace_back(std::move(key), std::move(value));
-    }
-    return entries;
-}
-
-TEST(AttrSetText, RoundTripOfGeneratedSets) {
-    std::mt19937 random(20261123);
-    for (int round = 0; round < 3000; ++round) {
-        const Entries entries = RandomEntries(random, 3);
-        const std::string text = Make(entries).ToString(false);
-        const AttrSet back(text.c_str());
-        ASSERT_EQ(Read(back), entries) << text;
-        ASSERT_EQ(back.ToString(false), text);
-    }
 }
 
 TEST(AttrSetAccess, GetValueKeyAndAdd) {
