@@ -1,8 +1,11 @@
-// The two conversion functions: the attribute-set texts made from JSON
-// documents, the "p1" address forms of the command, every log line of the
-// walkers, and the deepest documents converted on a small stack.
+// The two conversion functions: the data-driven cases (the attribute-set
+// texts made from JSON documents and the log lines of the walk), the "p1"
+// address forms of the command and its refusals, and the deepest documents
+// converted on a small stack.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,58 +22,34 @@ using tavrin::base::AttrSet;
 using tavrin::test::HexAddress;
 using tavrin::test::SetText;
 
-class JsonConvert : public tavrin::test::ConvertFixture {
-protected:
-    std::string Converted(const std::string& document) {
-        std::string out;
-        EXPECT_TRUE(Convert(document.c_str(), out)) << document;
-        return out;
-    }
-    // The log of converting `document`: the outer function's lines around
-    // the walkers' `walk`.
-    static std::string Log(const std::string& document, const std::string& walk) {
-        const char* outer = "convertJsonToAttrSetString";
-        return Cyan(outer, "src=" + document) + Cyan(outer, "") + walk + Cyan(outer, "");
-    }
-};
+using JsonConvert = tavrin::test::ConvertFixture;
 
-TEST_F(JsonConvert, DocumentsGiveTheirTexts) {
-    const std::string none = AttrSet().ToString(false);
-    const std::vector<std::pair<std::string, std::string>> cases = {
-        {"[1,2]", "1+2"}, {"[\"x\"]", "{{x}}"}, {"{\"a\":1,\"b\":\"x\"}", SetText({{"a", "1"}, {"b", "x"}})},
-        {"{\"a\":{\"b\":{\"c\":1}}}", SetText("a", SetText("b", SetText("c", "1")))},
-        {"{\"k\":2.5}", none},
-    };
-    const std::vector<std::pair<std::string, std::string>> underK = {
-        {"[1,2,3]", "1+2+3"}, {"[\"a\",\"b\"]", "{{a}+{b}}"}, {"[[1,2],[3]]", "{{1+2}+{3}}"},
-        {"[1,[\"x\"]]", "1+{{x}}"}, {"{\"a\":1,\"b\":true}", SetText({{"a", "1"}, {"b", "true"}})},
-        {"[{\"a\":1}]", "{{" + SetText("a", "1") + "}}"}, {"[1.5,2]", "+2"}, {"\"text\"", "text"},
-        {"[]", ""}, {"[[]]", "{{}}"}, {"[1,[],2]", "1+{}+2"}, {"{}", none}, {"\"a+{b}\"", "a+{b}"},
-        {"[true,\"x\"]", "true+{x}"}, {"[\"x\",true]", "{{x}+true}"}, {"[2.5,1,3/4]", "+1+"},
-        {"[\"s\",-3,false,[],{},1/2]", "{{s}+-3+false+{}+{" + none + "}+}"},
-        {"-9223372036854775808", "-9223372036854775808"}, {"false", "false"},
-    };
-    for (const auto& [document, text] : cases) EXPECT_EQ(Converted(document), text) << document;
-    for (const auto& [value, text] : underK) EXPECT_EQ(Converted("{\"k\":" + value + "}"), SetText("k", text)) << value;
-}
-
-TEST_F(JsonConvert, WalkersLogEachLevelInnermostFirst) {
-    const std::string red = Red("convert", "");  // an array met, or a value of a kind left out
-    const auto info = [](const std::string& text) { return Cyan("convert", text); };
-    const auto twice = [&info](const std::string& text) { return info(text) + info(text); };
-    const std::string inner = SetText("l", "{{2}+{s}}"), walked = "{1}+{" + SetText("a", "2") + "}+";
-    const std::vector<std::pair<std::string, std::string>> cases = {
-        {"{\"k\":[1,2]}", red + twice("1+2") + twice(SetText("k", "1+2"))},
-        {"{\"o\":{\"l\":[[2],\"s\"]},\"n\":1}", red + red + info("2") + info("{2}+{s}") + info("{{2}+{s}}") +
-                                                    twice(inner) + twice(SetText({{"o", inner}, {"n", "1"}}))},
-        {"{\"d\":2.5,\"f\":30000/1001,\"n\":1}", red + red + twice(SetText("n", "1"))},
-        {"{\"k\":[[1],{\"a\":2},2.5]}", red + red + info("1") + info(SetText("a", "2")) + red + info(walked) +
-                                            info("{" + walked + "}") + twice(SetText("k", "{" + walked + "}"))},
-    };
-    for (const auto& [document, walk] : cases) {
+// Every case of tests/conformance/convert (see the README there): the text
+// written and, where the case gives it, the exact log of the walk.
+TEST_F(JsonConvert, EveryCaseGivesItsTextAndItsLog) {
+    const std::string dir = std::string(TAVRIN_SOURCE_DIR) + "/tests/conformance/convert/";
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(dir))
+        if (entry.path().extension() == ".expect") names.push_back(entry.path().stem().string());
+    ASSERT_GE(names.size(), 25u);
+    for (const std::string& name : names) {
+        const std::string document = tavrin::test::ReadFile(dir + name + ".json");
+        std::istringstream expect(tavrin::test::ReadFile(dir + name + ".expect"));
+        std::string text, line, walk;
+        std::getline(expect, text);
+        bool logged = false;
+        for (; std::getline(expect, line); logged = true) {
+            const std::string message = line.substr(line.find('|') + 1);
+            walk += line.rfind("red|", 0) == 0 ? Red("convert", message) : Cyan("convert", message);
+        }
         _log.Reset();
-        Converted(document);
-        EXPECT_EQ(_log.Lines(), Log(document, walk)) << document;
+        std::string out;
+        EXPECT_TRUE(Convert(document.c_str(), out)) << name;
+        EXPECT_EQ(out, text) << name;
+        const char* outer = "convertJsonToAttrSetString";
+        if (logged) {
+            EXPECT_EQ(_log.Lines(), Cyan(outer, "src=" + document) + Cyan(outer, "") + walk + Cyan(outer, "")) << name;
+        }
     }
 }
 
