@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <regex>
 #include <set>
@@ -73,20 +75,21 @@ struct Outcome {
     bool ok;
     std::string serialized;
     std::string log;  // as written, line numbers included
+    int rest;         // the characters a reader left unread after its value
 };
 
 // Deserialize into a node that holds a sentinel string, or call one reader.
 Outcome Run(const char* text, const std::string& via) {
     tavrin::test::LogCapture capture;
     Node target(std::string("sentinel"));
+    Parser parser(text);
     bool ok = via.empty() && target.Deserialize(text);
     if (!via.empty()) {
-        Parser parser(text);
         const std::unique_ptr<Node> result(Read(parser, via));
         ok = !result->IsEmpty();
         if (ok) target = *result;
     }
-    return {ok, target.Serialize(), capture.Text()};
+    return {ok, target.Serialize(), capture.Text(), static_cast<int>(std::strlen(text)) - parser._pos - 1};
 }
 
 // Runs one parser case; gives the log it wrote.
@@ -96,13 +99,18 @@ std::string CheckCase(const std::string& name) {
     const std::string input = ReadFile(dir + name + ".json");
     const std::vector<std::string> expect = Split(ReadFile(dir + name + ".expect"), '\n');
     const std::vector<std::string> header = Split(expect.at(0), ' ');
-    const std::string via = header.size() == 3 && header[1] == "via" ? header[2] : "";
+    std::map<std::string, std::string> option;  // via READER, at OFFSET, rest COUNT
+    for (std::size_t i = 1; i + 1 < header.size(); i += 2) option[header[i]] = header[i + 1];
+    const std::string via = option["via"];
     const Outcome outcome = Run(input.c_str(), via);
     if (header.front() == "ok") {
         EXPECT_EQ(expect.size(), 2u);
         EXPECT_TRUE(outcome.ok);
         EXPECT_EQ(outcome.log, "");
         EXPECT_EQ(outcome.serialized, expect.at(1));
+        if (option.count("rest") != 0) {
+            EXPECT_EQ(outcome.rest, std::stoi(option["rest"]));
+        }
         if (via.empty()) {
             EXPECT_EQ(Run(outcome.serialized.c_str(), "").serialized, expect[1]);
         }
@@ -110,11 +118,11 @@ std::string CheckCase(const std::string& name) {
     }
     EXPECT_EQ(header.front(), "fail");
     EXPECT_FALSE(outcome.ok);
-    if (header.size() == 3 && header[1] == "at") {
+    if (option.count("at") != 0) {
         tavrin::test::LogCapture quiet;
         Parser parser(input.c_str());
         const std::unique_ptr<Node> result(parser.ParseValue());
-        EXPECT_EQ(parser.FailureOffset(), std::stoi(header[2]));
+        EXPECT_EQ(parser.FailureOffset(), std::stoi(option["at"]));
     }
     EXPECT_EQ(outcome.serialized, "\"sentinel\"");
     std::string log;

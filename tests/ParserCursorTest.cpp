@@ -146,29 +146,6 @@ TEST(ParserTypeDetect, CachedLookAheadGivesTheResultOfAFullScan) {
     EXPECT_EQ(kinds, "iidif");
 }
 
-// Each reader leaves the cursor on the last character of its value: the next
-// read returns what follows it. Called directly, the container readers leave
-// the top-level rule to their first element, which ParseValue still applies.
-TEST(ParserReaders, LeaveTheCursorOnTheLastCharacterOfTheValue) {
-    LogCapture log;
-    const std::vector<std::tuple<const char*, Node* (Parser::*)(), char, const char*>> cases = {
-        {"-42,", &Parser::ParseInt64, ',', "-42"}, {"0]", &Parser::ParseInt64, ']', "0"},
-        {"12", &Parser::ParseInt64, '\0', "12"}, {"2.50}", &Parser::ParseDouble, '}', "2.5"},
-        {"-1.5e-3 ,", &Parser::ParseDouble, ' ', "-0.0015"}, {"1E+5]", &Parser::ParseDouble, ']', "1e+05"},
-        {"7,", &Parser::ParseDouble, ',', "7.0"}, {"-3/04,", &Parser::ParseFraction, ',', "-3/4"},
-        {" \t\"a\\\"b\":", &Parser::ParseString, ':', "\"a\\\"b\""}, {"true,", &Parser::ParseBool, ',', "true"},
-        {"false]", &Parser::ParseBool, ']', "false"},
-        {"[[],[[2]]] x", &Parser::ParseArray, ' ', "[[],[[2]]]"},
-        {"{\"a\":{}}x", &Parser::ParseObject, 'x', "{\"a\":{}}"},
-    };
-    for (const auto& [text, reader, following, written] : cases) {
-        Parser parser(text);
-        EXPECT_EQ(std::unique_ptr<Node>((parser.*reader)())->Serialize(), written) << text;
-        EXPECT_EQ(parser.GetNextChar(), static_cast<unsigned char>(following)) << text;
-    }
-    EXPECT_EQ(log.Text(), "");
-}
-
 TEST(ParserReaders, OnlyTheFirstValueMustBeAContainer) {
     LogCapture log;
     Parser fresh("[1]");
