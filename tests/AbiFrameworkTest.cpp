@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <type_traits>
 #include <typeinfo>
@@ -37,18 +38,21 @@ using tavrin::test::VirtualSlot;
 
 template <class Member, class Expected>
 constexpr bool kIs = std::is_same_v<Member, Expected>;
-#define TAVRIN_IN_ORDER(T, a, b) static_assert(offsetof(T, a) < offsetof(T, b), #a " before " #b)
+// Whether the offsets rise from the first to the last.
+constexpr bool Ascending(std::initializer_list<std::size_t> offsets) {
+    for (auto it = offsets.begin(); it + 1 < offsets.end(); ++it)
+        if (!(*it < *(it + 1))) return false;
+    return true;
+}
 
 // Node: a type record, the value buffer, then the three handlers.
 static_assert(kIs<decltype(Node::_type), const std::type_info*> && kIs<decltype(Node::_buf), void*>);
 static_assert(kIs<decltype(Node::_destroy), std::function<void(Node*)>> &&
               kIs<decltype(Node::_create), std::function<void(Node*)>> &&
               kIs<decltype(Node::_copy), std::function<void(Node*, void*)>>);
-static_assert(offsetof(Node, _type) == 0);
-TAVRIN_IN_ORDER(Node, _type, _buf);
-TAVRIN_IN_ORDER(Node, _buf, _destroy);
-TAVRIN_IN_ORDER(Node, _destroy, _create);
-TAVRIN_IN_ORDER(Node, _create, _copy);
+static_assert(offsetof(Node, _type) == 0 && Ascending({offsetof(Node, _type), offsetof(Node, _buf),
+                                                      offsetof(Node, _destroy), offsetof(Node, _create),
+                                                      offsetof(Node, _copy)}));
 static_assert(sizeof(Node) == 2 * sizeof(void*) + 3 * sizeof(std::function<void(Node*)>),
               "Node holds its five members and nothing else");
 #if defined(__arm__)
@@ -59,9 +63,8 @@ static_assert(sizeof(Node) == 56, "Node is 56 bytes on 32-bit ARM");
 using ObjectEntry = HashPair<std::string, Node>;
 static_assert(kIs<decltype(ObjectEntry::hash), std::uint32_t> && kIs<decltype(ObjectEntry::key), std::string> &&
               kIs<decltype(ObjectEntry::value), Node>);
-static_assert(offsetof(ObjectEntry, hash) == 0);
-TAVRIN_IN_ORDER(ObjectEntry, hash, key);
-TAVRIN_IN_ORDER(ObjectEntry, key, value);
+static_assert(offsetof(ObjectEntry, hash) == 0 &&
+              Ascending({offsetof(ObjectEntry, hash), offsetof(ObjectEntry, key), offsetof(ObjectEntry, value)}));
 
 // Fraction: two signed 32-bit integers, numerator then denominator.
 static_assert(kIs<decltype(Fraction::num), std::int32_t> && kIs<decltype(Fraction::den), std::int32_t>);
@@ -72,11 +75,9 @@ static_assert(offsetof(Fraction, num) == 0 && offsetof(Fraction, den) == 4 && si
 static_assert(kIs<decltype(Parser::_text), const char*> && kIs<decltype(Parser::_pos), int> &&
               kIs<decltype(Parser::_token), char> && kIs<decltype(Parser::_buffer), std::string> &&
               kIs<decltype(Parser::_first), bool> && sizeof(int) == 4);
-static_assert(offsetof(Parser, _text) == 0);
-TAVRIN_IN_ORDER(Parser, _text, _pos);
-TAVRIN_IN_ORDER(Parser, _pos, _token);
-TAVRIN_IN_ORDER(Parser, _token, _buffer);
-TAVRIN_IN_ORDER(Parser, _buffer, _first);
+static_assert(offsetof(Parser, _text) == 0 && Ascending({offsetof(Parser, _text), offsetof(Parser, _pos),
+                                                        offsetof(Parser, _token), offsetof(Parser, _buffer),
+                                                        offsetof(Parser, _first)}));
 
 // json::Value: one field per type, in the order of the type numbers, the
 // fields protected (so they are read from a derived class).
@@ -88,15 +89,12 @@ struct ValueLayout : json::Value {
                       kIs<decltype(mDoubleVal), double> && kIs<decltype(mStringVal), std::string> &&
                       kIs<decltype(mObjectVal), json::Object> && kIs<decltype(mArrayVal), json::Array> &&
                       kIs<decltype(mBoolVal), bool> && kIs<decltype(mFractionVal), Fraction>);
-        static_assert(offsetof(ValueLayout, mValueType) == 0);
-        TAVRIN_IN_ORDER(ValueLayout, mValueType, mIntVal);
-        TAVRIN_IN_ORDER(ValueLayout, mIntVal, mFloatVal);
-        TAVRIN_IN_ORDER(ValueLayout, mFloatVal, mDoubleVal);
-        TAVRIN_IN_ORDER(ValueLayout, mDoubleVal, mStringVal);
-        TAVRIN_IN_ORDER(ValueLayout, mStringVal, mObjectVal);
-        TAVRIN_IN_ORDER(ValueLayout, mObjectVal, mArrayVal);
-        TAVRIN_IN_ORDER(ValueLayout, mArrayVal, mBoolVal);
-        TAVRIN_IN_ORDER(ValueLayout, mBoolVal, mFractionVal);
+        static_assert(offsetof(ValueLayout, mValueType) == 0 &&
+                      Ascending({offsetof(ValueLayout, mValueType), offsetof(ValueLayout, mIntVal),
+                                 offsetof(ValueLayout, mFloatVal), offsetof(ValueLayout, mDoubleVal),
+                                 offsetof(ValueLayout, mStringVal), offsetof(ValueLayout, mObjectVal),
+                                 offsetof(ValueLayout, mArrayVal), offsetof(ValueLayout, mBoolVal),
+                                 offsetof(ValueLayout, mFractionVal)}));
     }
 };
 static_assert(sizeof(ValueLayout) == sizeof(json::Value));
