@@ -23,6 +23,7 @@ using namespace tavrin::test;  // registry, log capture
 
 constexpr const char* kConvertName = "convert_json_to_attrset_string";
 constexpr const char* kCommandName = "cmd_json_to_attrset_string";
+const std::vector<std::string> kBoth = {kConvertName, kCommandName};
 const std::string kDuplicate = RedLine("base/base/Factory.h", "addFunc", "ObjectList::Find(name)");
 
 auto& Registry() { return tavrin::stream::Factory::Globle().Registry(); }
@@ -33,20 +34,17 @@ std::vector<std::string> RegisteredNames() {
     return names;
 }
 
-class Registration : public ::testing::Test {
-protected:
-    void SetUp() override { ClearRegistry(); }
-    void TearDown() override { ClearRegistry(); }
-    LogCapture _log;
-};
+// The fixture registers both; each test starts again from an empty registry.
+using Registration = ConvertFixture;
 
 TEST_F(Registration, FirstCallAddsBothInOrderLaterOnesAndTakenNamesLogOneLinePerName) {
+    ClearRegistry();
     RegisterJsonConvert("ignored");
-    EXPECT_EQ(RegisteredNames(), (std::vector<std::string>{kConvertName, kCommandName}));
+    EXPECT_EQ(RegisteredNames(), kBoth);
     EXPECT_EQ(_log.Text(), "");
     object* first = Registry().Find(kConvertName, true);
     RegisterPluginJson("again");
-    EXPECT_EQ(RegisteredNames(), (std::vector<std::string>{kConvertName, kCommandName}));
+    EXPECT_EQ(RegisteredNames(), kBoth);
     EXPECT_EQ(Registry().Find(kConvertName, true), first);
     EXPECT_EQ(_log.Lines(), kDuplicate + kDuplicate);
 
@@ -72,40 +70,31 @@ TEST_F(Registration, ConcurrentRegistrationsAddEachNameOnce) {
         std::thread first(registerWhenBothReady), second(registerWhenBothReady);
         first.join();
         second.join();
-        EXPECT_EQ(RegisteredNames(), (std::vector<std::string>{kConvertName, kCommandName}));
+        EXPECT_EQ(RegisteredNames(), kBoth);
     }
     EXPECT_EQ(CountOf(_log.Lines(), kDuplicate), 2 * 50);
 }
 
-class ConcurrentReaders : public ConvertFixture {
-protected:
-    // Reads, writes and converts a document of its own for `id`; false when
-    // any result differs from what one thread gives.
-    bool RoundTrips(int id) {
-        const std::string n = std::to_string(id);
-        const std::string text = "{\"id\":" + n + ",\"name\":\"doc" + n + "\",\"parts\":[" + n +
-                                 ",{\"ok\":true},[1/" + std::to_string(id % 9 + 1) + "]]}";
-        Node node;
-        const bool nodeSame = node.Deserialize(text) && node.Serialize() == text;
-        const bool legacySame = json::Serialize(json::Deserialize(text)) == text;
-        Node refused(true);
-        const bool refusedKept = !refused.Deserialize("[" + n + ",]") && refused.Is<bool>();
+// Each thread reads, writes and converts documents of its own, and has one
+// refused; every result is what one thread gives.
+TEST_F(Registration, ReadersWritersAndConversionsOnSeveralThreadsAtOnce) {
+    constexpr int kThreads = 4, kRounds = 200;
+    std::atomic<int> wrong{0};
+    const auto roundTrips = [this](const std::string& n) {
+        const std::string text = "{\"id\":" + n + ",\"name\":\"doc" + n + "\",\"parts\":[" + n + ",{\"ok\":1/3}]}";
+        Node node, refused(true);
         std::string out;
         tavrin::base::AttrSet args;
         args.Add("p0", ("{\"id\":" + n + ",\"tags\":[\"t" + n + "\",2]}").c_str());
         args.Add("p1", HexAddress(&out).c_str());
-        const bool converted = Command(args) && out == SetText({{"id", n}, {"tags", "{{t" + n + "}+2}"}});
-        return nodeSame && legacySame && refusedKept && converted;
-    }
-};
-
-TEST_F(ConcurrentReaders, DocumentsOnSeveralThreadsAtOnce) {
-    constexpr int kThreads = 4, kRounds = 200;
-    std::atomic<int> wrong{0};
+        return node.Deserialize(text) && node.Serialize() == text && json::Serialize(json::Deserialize(text)) == text &&
+               !refused.Deserialize("[" + n + ",]") && refused.Is<bool>() && Command(args) &&
+               out == SetText({{"id", n}, {"tags", "{{t" + n + "}+2}"}});
+    };
     std::vector<std::thread> threads;
     for (int t = 0; t < kThreads; ++t)
-        threads.emplace_back([this, t, &wrong] {
-            for (int round = 0; round < kRounds; ++round) wrong += !RoundTrips(t * kRounds + round);
+        threads.emplace_back([&roundTrips, t, &wrong] {
+            for (int round = 0; round < kRounds; ++round) wrong += !roundTrips(std::to_string(t * kRounds + round));
         });
     for (auto& thread : threads) thread.join();
     EXPECT_EQ(wrong.load(), 0);
