@@ -1,9 +1,7 @@
-// On a 256 KiB thread stack: a generated document of TAVRIN_STRESS_MB
+// On a 256 KiB thread stack, a generated document of TAVRIN_STRESS_MB
 // megabytes (4 by default, 100 under make stress) is read whole by each reader
 // and written back to the same text, with allocation in proportion to its
-// size; and every byte value in every place of a document gives a result
-// without a fault in both readers (what Node accepts writes a text that it
-// reads back).
+// size. (Arbitrary bytes go to both readers in the fuzz runs.)
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -15,7 +13,6 @@
 #include "json/legacy/Deserialize.h"
 #include "json/legacy/Serialize.h"
 #include "support/AllocationCounter.h"
-#include "support/LogCapture.h"
 #include "support/SmallStack.h"
 
 namespace tavrin::test {
@@ -71,24 +68,6 @@ TEST(LargeDocumentStress, BothReadersReadAndWriteAGeneratedDocumentInLinearMemor
         EXPECT_LT(whole, quarter * 1.25) << "bytes allocated per byte of text";
         std::printf("%zu bytes of text: %.1f bytes allocated per byte\n", bytes, whole);
     }
-}
-
-TEST(ParserStress, EveryByteValueInEveryPlaceOnSmallStack) {
-    EXPECT_TRUE(RunOnStack(kSmallStack, [] {
-        LogCapture log;
-        for (int code = 0; code < 256; ++code) {
-            const std::string c(1, static_cast<char>(code));
-            for (const std::string& text : {c + "[]", "[" + c + "]", "[\"" + c + "\"]", "{\"" + c + "\":1}",
-                                            "{\"k\"" + c + ":1}", "[1" + c + "]", "[1" + c + "2]", "[\"\\" + c + "\"]",
-                                            "[1/" + c + "]", "[1." + c + "]", "[t" + c + "]", "{" + c + "}"}) {
-                Node node, again;
-                if (node.Deserialize(text)) {
-                    EXPECT_TRUE(again.Deserialize(node.Serialize())) << "byte " << code;
-                }
-                json::Serialize(json::Deserialize(text));
-            }
-        }
-    }));
 }
 
 }  // namespace
