@@ -177,11 +177,6 @@ TEST(AttrSetAccess, GetValueKeyAndAdd) {
     EXPECT_TRUE(set.Add("c", nullptr));
     EXPECT_FALSE(set.Add(nullptr, "x"));
     EXPECT_EQ(Read(set), (Entries{{"a", "3"}, {"b", "2"}, {"c", ""}}));
-    AttrSet copy(set);  // copies are independent
-    copy.Add("a", "4");
-    EXPECT_STREQ(set.Get("a"), "3");
-    set = copy;
-    EXPECT_STREQ(set.Get("a"), "4");
 }
 
 TEST(Hash, CaseFoldedFnv1aUpToTheStopCharacterAndTableLookups) {

@@ -22,7 +22,7 @@ using namespace tavrin::test;  // documents, log capture, small stack
 
 constexpr std::size_t kBound = Parser::kDefaultMaxDepth;
 const char kSource[] = "plugin/json/Parser.cpp";
-const std::string kValueOfA = RedLine(kSource, "ParseObject", "can't parse the value of k");
+const std::string kValueOfK = RedLine(kSource, "ParseObject", "can't parse the value of k");
 
 std::string TooDeepLine(const char* function, std::size_t bound) {
     return RedLine(kSource, function,
@@ -49,12 +49,9 @@ TEST(ParserDepth, DeepestAdmittedDocumentsFitASmallStackDeeperOnesFailWithALineO
     for (const std::string& text : {NestedArrays(kBound), NestedObjects(kBound - 1, "{}"), AlternatingNesting(kBound)})
         EXPECT_EQ(ParseOnSmallStack(text, true), "");
     EXPECT_EQ(ParseOnSmallStack(NestedArrays(kBound + 1), false), TooDeepLine("ParseArray", kBound));
-    // Each enclosing object adds its usual line for a failed value.
-    EXPECT_EQ(ParseOnSmallStack("{\"k\":" + NestedArrays(kBound), false),
-              TooDeepLine("ParseArray", kBound) + kValueOfA);
     EXPECT_EQ(ParseOnSmallStack(std::string(1000000, '['), false), TooDeepLine("ParseArray", kBound));
     std::string manyValueLines;
-    for (std::size_t i = 0; i < kBound; ++i) manyValueLines += kValueOfA;
+    for (std::size_t i = 0; i < kBound; ++i) manyValueLines += kValueOfK;
     EXPECT_EQ(ParseOnSmallStack(NestedObjects(1000000, ""), false),
               TooDeepLine("ParseObject", kBound) + manyValueLines);
 }
