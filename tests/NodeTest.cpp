@@ -1,11 +1,16 @@
-// Node: kinds and their texts, copies, moves and taking, container
-// operations with the exact (line-masked) log of every refused one, and deep
-// trees handled without a deep stack in linear time.
+// Node: kinds and their texts (doubles of every bit pattern read back bit for
+// bit), copies, moves and taking, container operations with the exact
+// (line-masked) log of every refused one, and deep trees handled without a
+// deep stack in linear time.
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <functional>
 #include <limits>
+#include <random>
 #include <regex>
 #include <stdexcept>
 #include <string>
@@ -81,6 +86,24 @@ TEST(NodeStorage, KindsDefaultsAndTexts) {
     object.Insert(std::string("k\0ey", 4), Node(std::string("v\0al", 4)));
     EXPECT_EQ(object.Serialize(), R"({"k":"v"})");  // texts end at their first NUL
     EXPECT_EQ(log.Text(), "");
+}
+
+// Every finite double, whatever its bit pattern, is written in a form the
+// reader takes as a double (a "." or an exponent) that reads back to the same
+// bits; so are ordinary values.
+TEST(NodeStorage, DoublesOfEveryBitPatternReadBackBitForBit) {
+    std::mt19937_64 random(20261123);
+    for (int i = 0; i < 40000; ++i) {
+        double value = static_cast<double>(static_cast<long long>(random() % 2000000001) - 1000000000) / 1000;
+        const std::uint64_t bits = random();
+        if (i % 2 == 0) std::memcpy(&value, &bits, sizeof value);
+        if (!std::isfinite(value)) continue;
+        const std::string text = "[" + Node(value).Serialize() + "]";
+        Node read;
+        ASSERT_TRUE(read.Deserialize(text) && read[0].Is<double>()) << text;
+        const double back = read[0].As<double>();
+        EXPECT_EQ(std::memcmp(&back, &value, sizeof value), 0) << text;
+    }
 }
 
 TEST(NodeStorage, EmptyNodesWriteNothingButKeepTheirPunctuation) {
