@@ -77,8 +77,8 @@ TEST_F(JsonConvert, RefusedArgumentsAndTextsLeaveTheOutputUntouched) {
         EXPECT_FALSE(Command(args));
         const std::string log = _log.Lines();
         EXPECT_EQ(log.substr(log.size() - std::min(log.size(), lastLine.size())), lastLine);
-        // Only the command's own refusals are its only line; a refused text
-        // logs the conversion's source line first and no walker line.
+        // A refusal of the command's own is its only line; a refused text
+        // logs the conversion's source line first, and no walker line.
         EXPECT_EQ(log.size() == lastLine.size(), lastLine != refused);
         EXPECT_EQ(log.find("/convert:"), std::string::npos);
     }
@@ -95,6 +95,8 @@ TEST_F(JsonConvert, RefusedArgumentsAndTextsLeaveTheOutputUntouched) {
     }
 }
 
+// Each document with the text it converts to: "-" converts, its text not
+// compared; "" is refused.
 TEST_F(JsonConvert, DeepestAdmittedDocumentsConvertOnASmallStack) {
     using namespace tavrin::test;
     const std::size_t bound = tavrin::plugin::json::Parser::kDefaultMaxDepth;

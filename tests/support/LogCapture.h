@@ -68,7 +68,7 @@ inline std::string RedLine(const std::string& path, const std::string& function,
     return "\033[31m" + path + "/#/" + function + ":\t" + message + "\n\033[0m";
 }
 inline std::string CyanLine(const std::string& path, const std::string& function, const std::string& message) {
-    return "\033[36m" + RedLine(path, function, message).substr(5);
+    return "\033[36m" + RedLine(path, function, message).substr(5);  // the red line, coloured cyan
 }
 
 // Occurrences of `needle` in `text`.
