@@ -134,7 +134,7 @@ std::string CheckCase(const std::string& name) {
 // Every case; then the one check of line numbers in the project: each line
 // the parser logged names the line of a logging statement of Parser.cpp, and
 // together the cases reach all of them but the read past the end, which only
-// direct cursor use makes (see the cursor tests).
+// direct cursor use makes (see ParserTest.cpp).
 TEST(ParserConformance, EveryCaseGivesItsTreeOrItsExactLog) {
     const std::vector<std::string> names = CaseNames("parser");
     ASSERT_GE(names.size(), 140u);
