@@ -321,6 +321,9 @@ TEST(ObjectFunc, CloneCopiesNameIdKeywordsFlagAndCallableObjectsAreReleasedWithT
         ASSERT_NE(callable, nullptr);
         EXPECT_EQ((*callable)(4), 8);
         EXPECT_EQ(DerivedFunc().Clone(), nullptr);
+        EXPECT_EQ(FailingAttributes().Clone(), nullptr);  // a class of its own clones only by its own Clone
+        const std::unique_ptr<object> plain(object("plain-one").Clone());
+        EXPECT_EQ(plain != nullptr ? plain->GetName() : "", "plain-one");
     }
     EXPECT_EQ(tavrin::host::LiveObjectBytes(), before);
 }
