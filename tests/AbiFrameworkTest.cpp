@@ -60,14 +60,15 @@ std::ptrdiff_t VirtualSlot(MemberFunction member) {
 #endif
 }
 
-// Byte offset of the Base subobject inside a Derived object at `object`.
+// Byte offset of the Base subobject inside the Derived object at `derived`.
 template <class Base, class Derived>
-std::ptrdiff_t BaseOffset(Derived* object) {
-    return reinterpret_cast<char*>(static_cast<Base*>(object)) - reinterpret_cast<char*>(object);
+std::ptrdiff_t BaseOffset(Derived* derived) {
+    return reinterpret_cast<char*>(static_cast<Base*>(derived)) - reinterpret_cast<char*>(derived);
 }
 
 template <class Member, class Expected>
 constexpr bool kIs = std::is_same_v<Member, Expected>;
+
 // Whether the offsets rise from the first to the last.
 constexpr bool Ascending(std::initializer_list<std::size_t> offsets) {
     for (auto it = offsets.begin(); it + 1 < offsets.end(); ++it)
