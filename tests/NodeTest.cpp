@@ -363,6 +363,12 @@ std::pair<std::size_t, std::size_t> Allocations(Operation operation) {
 TEST(NodeDepth, CopyAssignWriteAndFreeAreLinear) {
     for (bool mixed : {false, true}) {
         Node small = Chain(1000, mixed), large = Chain(2000, mixed);
+        AllocationCounter counter;
+        {
+            Node copy(small);
+            copy = large;
+        }
+        EXPECT_EQ(counter.Frees(), counter.Calls()) << "copying, assigning and freeing leave nothing behind";
         const std::size_t calls = Allocations([&] { Node copy(small); }).first;
         EXPECT_GE(calls, 2u * 1000 + 1);
         EXPECT_LE(calls, 2u * 1000 + 1 + 8);

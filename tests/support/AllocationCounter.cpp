@@ -4,7 +4,7 @@
 #include <new>
 
 tavrin::test::AllocationTotals& tavrin::test::ThreadAllocations() {
-    thread_local AllocationTotals totals{0, 0};
+    thread_local AllocationTotals totals{0, 0, 0};
     return totals;
 }
 
@@ -17,5 +17,8 @@ void* operator new(std::size_t size) {
     if (void* p = std::malloc(size == 0 ? 1 : size)) return p;
     throw std::bad_alloc();
 }
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t /*size*/) noexcept { std::free(p); }
+void operator delete(void* p) noexcept {
+    tavrin::test::ThreadAllocations().frees += p != nullptr;
+    std::free(p);
+}
+void operator delete(void* p, std::size_t /*size*/) noexcept { operator delete(p); }

@@ -4,10 +4,11 @@
 
 namespace tavrin::test {
 
-// Calls and bytes of the global operator new made so far by this thread (the
-// test binary replaces operator new to count them, AllocationCounter.cpp).
+// Calls and bytes of the global operator new, and calls of operator delete,
+// made so far by this thread (the test binary replaces both to count them,
+// AllocationCounter.cpp).
 struct AllocationTotals {
-    std::size_t calls, bytes;
+    std::size_t calls, bytes, frees;
 };
 AllocationTotals& ThreadAllocations();
 
@@ -18,6 +19,7 @@ class AllocationCounter {
 public:
     std::size_t Calls() const { return ThreadAllocations().calls - _start.calls; }
     std::size_t Bytes() const { return ThreadAllocations().bytes - _start.bytes; }
+    std::size_t Frees() const { return ThreadAllocations().frees - _start.frees; }
 
 private:
     const AllocationTotals _start = ThreadAllocations();
