@@ -10,6 +10,14 @@
 
 namespace tavrin::test {
 
+// `text` with the line number after the source path of every log line
+// ("path.cpp/42/func:") replaced by "#": tests compare what a line says, not
+// where in the source its text is written.
+inline std::string Masked(const std::string& text) {
+    static const std::regex kLineNumber("(\\.(?:cpp|h))/[0-9]+/");
+    return std::regex_replace(text, kLineNumber, "$1/#/");
+}
+
 // Points the framework's log stream at a string for the lifetime of the
 // object and restores the previous stream afterwards. Each insertion goes
 // through the host's string stream under a lock, so threads may log at once
@@ -32,8 +40,8 @@ public:
         std::lock_guard<std::mutex> lock(_mutex);
         return _text;
     }
-    // The text with the line number of every log line masked (see Masked).
-    std::string Lines();
+    // The text with the line number of every log line masked.
+    std::string Lines() { return Masked(Text()); }
     void Reset() {
         std::lock_guard<std::mutex> lock(_mutex);
         _text.clear();
@@ -53,14 +61,6 @@ private:
     tavrin::base::ostream* _previous;
 };
 
-// `text` with the line number after the source path of every log line
-// ("path.cpp/42/func:") replaced by "#": tests compare what a line says, not
-// where in the source its text is written.
-inline std::string Masked(const std::string& text) {
-    static const std::regex kLineNumber("(\\.(?:cpp|h))/[0-9]+/");
-    return std::regex_replace(text, kLineNumber, "$1/#/");
-}
-inline std::string LogCapture::Lines() { return Masked(Text()); }
 
 // One red or cyan log line as the framework writes it, its line number
 // masked.
