@@ -227,7 +227,7 @@ struct SetProbe : object {
     std::vector<std::tuple<unsigned int, void*, const std::type_info*>> calls;
 };
 
-TEST(Object, IParamDefaultsReportNoPropertySetoraddCallsSetWithoutTheName) {
+TEST(Object, DefaultsReportNoPropertySetoraddCallsSetWithoutTheName) {
     SetProbe probe;
     IParam& param = probe;
     int value = 5;
@@ -238,6 +238,8 @@ TEST(Object, IParamDefaultsReportNoPropertySetoraddCallsSetWithoutTheName) {
     EXPECT_FALSE(object("plain").set(1, &value, &typeid(int)));
     EXPECT_EQ(param.getChild(3), &param);
     EXPECT_EQ(text, "kept");
+    // The framework declares no Message type; the default receiver never reads it.
+    EXPECT_FALSE(probe.ReceiveMessage(*reinterpret_cast<Message*>(&value), nullptr));
     EXPECT_TRUE(param.setoradd("ignored", 7, &value, &typeid(int)));
     EXPECT_FALSE(param.setoradd(nullptr, 8, nullptr, nullptr));
     EXPECT_EQ(probe.calls, (std::vector<std::tuple<unsigned int, void*, const std::type_info*>>{
@@ -246,6 +248,7 @@ TEST(Object, IParamDefaultsReportNoPropertySetoraddCallsSetWithoutTheName) {
 
 TEST(Object, KeywordsAreTheHashesOfTheDashSeparatedParts) {
     object obj("usb-Cam--01-");
+    EXPECT_TRUE(obj.Enabled());
     EXPECT_EQ(obj.GetName(), "usb-Cam--01-");
     EXPECT_EQ(obj.ID(), Hash("usb-cam--01-"));
     EXPECT_EQ(KeywordsOf(obj), (std::vector<std::uint32_t>{Hash("usb"), Hash("cam"), Hash("01")}));
