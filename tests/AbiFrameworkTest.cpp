@@ -1,103 +1,173 @@
 // The framework classes' binary shape as compiled into the plug-in: base
-// subobject order and virtual-table slot order. The host was built with the
-// same shape, so a declaration moved in a framework header makes the plug-in
-// call the wrong host function; these tests catch that on every target.
+// subobject order, virtual-table slot order and the data layouts the host and
+// other modules rely on. The host was built with the same shape, so a
+// declaration moved in a framework header makes the plug-in call the wrong
+// host function; these checks catch that on every target (x86-64 and 32-bit
+// ARM). A reordered or retyped member stops the build of the test program.
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <functional>
+#include <initializer_list>
 #include <string>
+#include <type_traits>
+#include <typeinfo>
+#include <vector>
 
-#include "base/Arr32.h"
-#include "base/AttrSet.h"
-#include "base/IFunc.h"
-#include "base/IParam.h"
-#include "base/Object.h"
+#include "base/Fraction.h"
+#include "base/HashTable.h"
 #include "base/ObjectFunc.h"
-#include "base/ostream.h"
-#include "support/VirtualSlot.h"
+#include "json/JsonNode.h"
+#include "json/Parser.h"
+#include "json/legacy/Deserialize.h"
+#include "json/legacy/Value.h"
+
+// Parser and json::Value have members of more than one access level, so
+// they are not standard-layout classes; GCC still gives exact offsets.
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
 namespace {
 
-using tavrin::base::Arr32;
-using tavrin::base::AttrSet;
-using tavrin::base::IAttributes;
-using tavrin::base::IFunc;
-using tavrin::base::IMessageReceiver;
-using tavrin::base::IParam;
-using tavrin::base::object;
-using tavrin::base::object_func;
-using tavrin::base::object_keywords;
-using tavrin::base::object_name;
-using tavrin::base::ostream;
-using tavrin::test::BaseOffset;
-using tavrin::test::VirtualSlot;
+using namespace tavrin::base;
+using tavrin::plugin::json::Node;
+using tavrin::plugin::json::Parser;
+
+// The virtual-table slot (0 = first function pointer after the address
+// point) that a pointer to a virtual member function names, as the compiler
+// encoded it; -1 for a pointer to a non-virtual member. Itanium C++ ABI: the
+// pointer word holds 1 + the slot's byte offset. ARM C++ ABI: the pointer word
+// holds the byte offset and the low bit of the adjustment word marks it
+// virtual. The slot is relative to the virtual table of the class the member
+// was declared in (for an inherited member, that base's table).
+template <class MemberFunction>
+std::ptrdiff_t VirtualSlot(MemberFunction member) {
+    struct Representation {
+        std::uintptr_t pointer;
+        std::ptrdiff_t adjustment;
+    };
+    static_assert(sizeof(MemberFunction) == sizeof(Representation),
+                  "pointer to member function of two words expected");
+    Representation words;
+    std::memcpy(&words, &member, sizeof words);
+#if defined(__arm__) || defined(__aarch64__)
+    if ((words.adjustment & 1) == 0) return -1;
+    return static_cast<std::ptrdiff_t>(words.pointer / sizeof(void*));
+#else
+    if ((words.pointer & 1) == 0) return -1;
+    return static_cast<std::ptrdiff_t>((words.pointer - 1) / sizeof(void*));
+#endif
+}
+
+// Byte offset of the Base subobject inside the Derived object at `derived`.
+template <class Base, class Derived>
+std::ptrdiff_t BaseOffset(Derived* derived) {
+    return reinterpret_cast<char*>(static_cast<Base*>(derived)) - reinterpret_cast<char*>(derived);
+}
+
+template <class Member, class Expected>
+constexpr bool kIs = std::is_same_v<Member, Expected>;
+
+// Whether the offsets rise from the first to the last.
+constexpr bool Ascending(std::initializer_list<std::size_t> offsets) {
+    for (auto it = offsets.begin(); it + 1 < offsets.end(); ++it)
+        if (!(*it < *(it + 1))) return false;
+    return true;
+}
+
+// Node: a type record, the value buffer, then the three handlers.
+static_assert(kIs<decltype(Node::_type), const std::type_info*> && kIs<decltype(Node::_buf), void*>);
+static_assert(kIs<decltype(Node::_destroy), std::function<void(Node*)>> &&
+              kIs<decltype(Node::_create), std::function<void(Node*)>> &&
+              kIs<decltype(Node::_copy), std::function<void(Node*, void*)>>);
+static_assert(offsetof(Node, _type) == 0 && Ascending({offsetof(Node, _type), offsetof(Node, _buf),
+                                                      offsetof(Node, _destroy), offsetof(Node, _create),
+                                                      offsetof(Node, _copy)}));
+static_assert(sizeof(Node) == 2 * sizeof(void*) + 3 * sizeof(std::function<void(Node*)>),
+              "Node holds its five members and nothing else");
+#if defined(__arm__)
+static_assert(sizeof(Node) == 56, "Node is 56 bytes on 32-bit ARM");
+#endif
+
+// HashPair: hash, key, value.
+using ObjectEntry = HashPair<std::string, Node>;
+static_assert(kIs<decltype(ObjectEntry::hash), std::uint32_t> && kIs<decltype(ObjectEntry::key), std::string> &&
+              kIs<decltype(ObjectEntry::value), Node>);
+static_assert(offsetof(ObjectEntry, hash) == 0 &&
+              Ascending({offsetof(ObjectEntry, hash), offsetof(ObjectEntry, key), offsetof(ObjectEntry, value)}));
+
+// Fraction: two signed 32-bit integers, numerator then denominator.
+static_assert(kIs<decltype(Fraction::num), std::int32_t> && kIs<decltype(Fraction::den), std::int32_t>);
+static_assert(offsetof(Fraction, num) == 0 && offsetof(Fraction, den) == 4 && sizeof(Fraction) == 8);
+
+// Parser: text, position, current character, token buffer, top-level flag,
+// before anything the parser adds of its own.
+static_assert(kIs<decltype(Parser::_text), const char*> && kIs<decltype(Parser::_pos), int> &&
+              kIs<decltype(Parser::_token), char> && kIs<decltype(Parser::_buffer), std::string> &&
+              kIs<decltype(Parser::_first), bool> && sizeof(int) == 4);
+static_assert(offsetof(Parser, _text) == 0 && Ascending({offsetof(Parser, _text), offsetof(Parser, _pos),
+                                                        offsetof(Parser, _token), offsetof(Parser, _buffer),
+                                                        offsetof(Parser, _first)}));
+
+// json::Value: one field per type, in the order of the type numbers, the
+// fields protected (so they are read from a derived class).
+struct ValueLayout : json::Value {
+    // Never called: a member function body sees the class complete.
+    static void Check() {
+        static_assert(kIs<decltype(mValueType), json::ValueType> && sizeof(mValueType) == 1);
+        static_assert(kIs<decltype(mIntVal), std::int32_t> && kIs<decltype(mFloatVal), float> &&
+                      kIs<decltype(mDoubleVal), double> && kIs<decltype(mStringVal), std::string> &&
+                      kIs<decltype(mObjectVal), json::Object> && kIs<decltype(mArrayVal), json::Array> &&
+                      kIs<decltype(mBoolVal), bool> && kIs<decltype(mFractionVal), Fraction>);
+        static_assert(offsetof(ValueLayout, mValueType) == 0 &&
+                      Ascending({offsetof(ValueLayout, mValueType), offsetof(ValueLayout, mIntVal),
+                                 offsetof(ValueLayout, mFloatVal), offsetof(ValueLayout, mDoubleVal),
+                                 offsetof(ValueLayout, mStringVal), offsetof(ValueLayout, mObjectVal),
+                                 offsetof(ValueLayout, mArrayVal), offsetof(ValueLayout, mBoolVal),
+                                 offsetof(ValueLayout, mFractionVal)}));
+    }
+};
+static_assert(sizeof(ValueLayout) == sizeof(json::Value));
+
+// The legacy reader's depth markers: one byte, objects 0, arrays 1.
+static_assert(sizeof(json::StackDepthType) == 1 && json::ObjectDepth == 0 && json::ArrayDepth == 1);
 
 // Itanium and ARM C++ ABIs: a virtual destructor takes two slots (complete
 // and deleting).
-constexpr std::ptrdiff_t kDestructorSlots = 2;
-
+constexpr std::ptrdiff_t kD = 2;
 using Command = object_func<bool, AttrSet&>;
 
-bool AcceptAll(AttrSet&) { return true; }
-
-TEST(AbiFramework, IParamSlotsInDeclaredOrder) {
-    EXPECT_EQ(VirtualSlot(&IParam::getPropertyNameList), 0);
-    EXPECT_EQ(VirtualSlot(&IParam::hasProperty), 1);
-    EXPECT_EQ(VirtualSlot(&IParam::getPropertyInfo), 2);
-    EXPECT_EQ(VirtualSlot(&IParam::set), 3);
-    EXPECT_EQ(VirtualSlot(&IParam::get), 4);
-    EXPECT_EQ(VirtualSlot(&IParam::getChild), 5);
-    EXPECT_EQ(VirtualSlot(&IParam::setoradd), 6);
-    EXPECT_EQ(VirtualSlot(&IParam::getString), 7);
-    EXPECT_EQ(VirtualSlot(&IParam::setString), 8);
-}
-
-TEST(AbiFramework, ObjectSlotsFollowIParamsNine) {
-    constexpr std::ptrdiff_t first = 9 + kDestructorSlots;
-    EXPECT_EQ(VirtualSlot(&object::operator>>), first);
-    EXPECT_EQ(VirtualSlot(&object::getObject), first + 1);
-    EXPECT_EQ(VirtualSlot(&object::setObject), first + 2);
-    EXPECT_EQ(VirtualSlot(&object::fromAttrSet), first + 3);
-    EXPECT_EQ(VirtualSlot(&object::toAttrSet), first + 4);
-    EXPECT_EQ(VirtualSlot(&object::ReceiveMessage), first + 5);
-    EXPECT_EQ(VirtualSlot(&object::Clone), first + 6);
-    EXPECT_EQ(VirtualSlot(&object::configure), first + 7);
-}
-
-TEST(AbiFramework, InterfaceSlotsAfterTheirDestructors) {
-    EXPECT_EQ(VirtualSlot(&IAttributes::toAttrSet), kDestructorSlots);
-    EXPECT_EQ(VirtualSlot(&IAttributes::fromAttrSet), kDestructorSlots + 1);
-    EXPECT_EQ(VirtualSlot(&IAttributes::toString), kDestructorSlots + 2);
-    EXPECT_EQ(VirtualSlot(&IAttributes::fromString), kDestructorSlots + 3);
-    EXPECT_EQ(VirtualSlot(&IMessageReceiver::ReceiveMessage), kDestructorSlots);
-    EXPECT_EQ(VirtualSlot(&IFunc<bool, AttrSet&>::operator()), kDestructorSlots);
-}
-
-TEST(AbiFramework, NamingSlotsAfterTheDestructor) {
-    EXPECT_EQ(VirtualSlot(&object_name::Name), kDestructorSlots);
-    EXPECT_EQ(VirtualSlot(&object_name::ID), kDestructorSlots + 1);
-    EXPECT_EQ(VirtualSlot(&object_name::Order), kDestructorSlots + 2);
-    // The keyword form overrides the name's slot rather than adding one.
-    EXPECT_EQ(VirtualSlot(&object_keywords::Name), kDestructorSlots);
-}
-
-TEST(AbiFramework, OstreamInsertionsCharFirstTextLast) {
-    const auto slotChar = VirtualSlot(static_cast<ostream& (ostream::*)(char)>(&ostream::operator<<));
-    const auto slotInt = VirtualSlot(static_cast<ostream& (ostream::*)(int)>(&ostream::operator<<));
-    const auto slotLongLong =
-        VirtualSlot(static_cast<ostream& (ostream::*)(long long)>(&ostream::operator<<));
-    const auto slotCount =
-        VirtualSlot(static_cast<ostream& (ostream::*)(std::uint32_t)>(&ostream::operator<<));
-    const auto slotText =
-        VirtualSlot(static_cast<ostream& (ostream::*)(const char*)>(&ostream::operator<<));
-    EXPECT_GE(slotChar, 0);
-    EXPECT_LT(slotChar, slotInt);
-    EXPECT_LT(slotInt, slotLongLong);
-    EXPECT_LT(slotLongLong, slotCount);
-    EXPECT_LT(slotCount, slotText);
-    // The string insertion is a header piece, not a slot.
-    EXPECT_EQ(VirtualSlot(static_cast<ostream& (ostream::*)(const std::string&)>(&ostream::operator<<)),
-              -1);
+TEST(AbiFramework, VirtualSlotsInDeclaredOrder) {
+    using Slots = std::vector<std::ptrdiff_t>;
+    EXPECT_EQ((Slots{VirtualSlot(&IParam::getPropertyNameList), VirtualSlot(&IParam::hasProperty),
+                     VirtualSlot(&IParam::getPropertyInfo), VirtualSlot(&IParam::set), VirtualSlot(&IParam::get),
+                     VirtualSlot(&IParam::getChild), VirtualSlot(&IParam::setoradd), VirtualSlot(&IParam::getString),
+                     VirtualSlot(&IParam::setString)}),
+              (Slots{0, 1, 2, 3, 4, 5, 6, 7, 8}));
+    // object's own slots follow IParam's nine and its destructor.
+    EXPECT_EQ((Slots{VirtualSlot(&object::operator>>), VirtualSlot(&object::getObject), VirtualSlot(&object::setObject),
+                     VirtualSlot(&object::fromAttrSet), VirtualSlot(&object::toAttrSet),
+                     VirtualSlot(&object::ReceiveMessage), VirtualSlot(&object::Clone),
+                     VirtualSlot(&object::configure)}),
+              (Slots{9 + kD, 10 + kD, 11 + kD, 12 + kD, 13 + kD, 14 + kD, 15 + kD, 16 + kD}));
+    // Interfaces and the naming classes: after their destructors; the keyword
+    // form overrides the name's slot, a function object Clone and configure.
+    EXPECT_EQ((Slots{VirtualSlot(&IAttributes::toAttrSet), VirtualSlot(&IAttributes::fromAttrSet),
+                     VirtualSlot(&IAttributes::toString), VirtualSlot(&IAttributes::fromString),
+                     VirtualSlot(&IMessageReceiver::ReceiveMessage), VirtualSlot(&IFunc<bool, AttrSet&>::operator()),
+                     VirtualSlot(&object_name::Name), VirtualSlot(&object_name::ID), VirtualSlot(&object_name::Order),
+                     VirtualSlot(&object_keywords::Name), VirtualSlot(&Command::Clone),
+                     VirtualSlot(&Command::configure)}),
+              (Slots{kD, kD + 1, kD + 2, kD + 3, kD, kD, kD, kD + 1, kD + 2, kD, 15 + kD, 16 + kD}));
+    // ostream: char first, text last; the string insertion is a header piece.
+    EXPECT_EQ((Slots{VirtualSlot(static_cast<ostream& (ostream::*)(char)>(&ostream::operator<<)),
+                     VirtualSlot(static_cast<ostream& (ostream::*)(int)>(&ostream::operator<<)),
+                     VirtualSlot(static_cast<ostream& (ostream::*)(long long)>(&ostream::operator<<)),
+                     VirtualSlot(static_cast<ostream& (ostream::*)(std::uint32_t)>(&ostream::operator<<)),
+                     VirtualSlot(static_cast<ostream& (ostream::*)(const char*)>(&ostream::operator<<)),
+                     VirtualSlot(static_cast<ostream& (ostream::*)(const std::string&)>(&ostream::operator<<))}),
+              (Slots{0, 1, 2, 3, 4, -1}));
 }
 
 // Positions of the naming classes' members inside the object.
@@ -105,44 +175,31 @@ struct NamingProbe : object_keywords {
     std::ptrdiff_t Offset(const void* member) const {
         return static_cast<const char*>(member) - reinterpret_cast<const char*>(this);
     }
-    std::ptrdiff_t NameAt() const { return Offset(&_name); }
-    std::ptrdiff_t IdAt() const { return Offset(&_id); }
-    std::ptrdiff_t KeywordsAt() const { return Offset(&_keywords); }
-    std::ptrdiff_t StorageAt() const { return Offset(_keywordStorage); }
-    std::size_t StorageBytes() const { return sizeof _keywordStorage; }
-    const std::uint32_t* StorageStart() const { return _keywordStorage; }
+    std::vector<std::ptrdiff_t> Offsets() const {
+        return {Offset(&_name), Offset(&_id), Offset(&_keywords), Offset(_keywordStorage),
+                static_cast<std::ptrdiff_t>(sizeof _keywordStorage)};
+    }
 };
 
-TEST(AbiFramework, NamingMembersInDeclaredOrder) {
+TEST(AbiFramework, MembersAndBasesInDeclaredOrder) {
     NamingProbe probe;
-    EXPECT_LT(probe.NameAt(), probe.IdAt());
-    EXPECT_LT(probe.IdAt(), probe.KeywordsAt());
+    const auto at = probe.Offsets();
+    EXPECT_LT(at[0], at[1]);
+    EXPECT_LT(at[1], at[2]);
     // The keyword array is followed by its own eight-entry buffer.
-    EXPECT_EQ(probe.StorageAt(), probe.KeywordsAt() + static_cast<std::ptrdiff_t>(sizeof(Arr32)));
-    EXPECT_EQ(probe.StorageBytes(), 8 * sizeof(std::uint32_t));
+    EXPECT_EQ(at[3], at[2] + static_cast<std::ptrdiff_t>(sizeof(Arr32)));
+    EXPECT_EQ(at[4], static_cast<std::ptrdiff_t>(8 * sizeof(std::uint32_t)));
     probe.Name("a-b");
-    EXPECT_EQ(probe.Keywords().begin(), probe.StorageStart());
-}
+    EXPECT_EQ(reinterpret_cast<const char*>(probe.Keywords().begin()) - reinterpret_cast<const char*>(&probe), at[3]);
 
-TEST(AbiFramework, ObjectBasesInDeclaredOrder) {
-    Command* command = new Command("abi_probe", AcceptAll);
-    object* asObject = command;
-    const auto param = BaseOffset<IParam>(asObject);
-    const auto attributes = BaseOffset<IAttributes>(asObject);
-    const auto receiver = BaseOffset<IMessageReceiver>(asObject);
-    const auto keywords = BaseOffset<object_keywords>(asObject);
-    EXPECT_EQ(param, 0);
-    EXPECT_LT(param, attributes);
-    EXPECT_LT(attributes, receiver);
-    EXPECT_LT(receiver, keywords);
-    EXPECT_EQ(BaseOffset<object>(command), 0);
-    EXPECT_LT(BaseOffset<object>(command), (BaseOffset<IFunc<bool, AttrSet&>>(command)));
-    delete command;
-}
-
-TEST(AbiFramework, FunctionObjectOverridesRatherThanAddsClone) {
-    EXPECT_EQ(VirtualSlot(&Command::Clone), VirtualSlot(&object::Clone));
-    EXPECT_EQ(VirtualSlot(&Command::configure), VirtualSlot(&object::configure));
+    Command command("abi_probe", [](AttrSet&) { return true; });
+    object* asObject = &command;
+    EXPECT_EQ(BaseOffset<IParam>(asObject), 0);
+    EXPECT_LT(0, BaseOffset<IAttributes>(asObject));
+    EXPECT_LT(BaseOffset<IAttributes>(asObject), BaseOffset<IMessageReceiver>(asObject));
+    EXPECT_LT(BaseOffset<IMessageReceiver>(asObject), BaseOffset<object_keywords>(asObject));
+    EXPECT_EQ(BaseOffset<object>(&command), 0);
+    EXPECT_LT(0, (BaseOffset<IFunc<bool, AttrSet&>>(&command)));
 }
 
 }  // namespace

@@ -5,24 +5,37 @@
 #include <cinttypes>
 #include <cstdint>
 #include <cstdio>
+#include <mutex>
 #include <string>
 
 #include "base/AttrSet.h"
+#include "base/Factory.h"
+#include "base/IFunc.h"
 #include "json/PluginJson.h"
 #include "support/LogCapture.h"
-#include "support/Registry.h"
 
 namespace tavrin::test {
 
-// A fresh registry holding the plug-in's two conversion functions, and the
-// log captured from there on.
+using ConvertFunc = tavrin::base::IFunc<bool, const char*, std::string*>;
+using CommandFunc = tavrin::base::IFunc<bool, tavrin::base::AttrSet&>;
+
+// Releases every object of the factory's registry.
+inline void ClearRegistry() {
+    auto& factory = tavrin::stream::Factory::Globle();
+    std::lock_guard<std::mutex> lock(factory.RegistryMutex());
+    factory.Registry().Clear();
+}
+
+// A fresh registry holding the plug-in's two conversion functions, each seen
+// through its callable interface, and the log captured from there on.
 class ConvertFixture : public ::testing::Test {
 protected:
     void SetUp() override {
         ClearRegistry();
         RegisterJsonConvert(nullptr);
-        _convert = FindFunc<ConvertFunc>("convert_json_to_attrset_string");
-        _command = FindFunc<CommandFunc>("cmd_json_to_attrset_string");
+        auto& registry = tavrin::stream::Factory::Globle().Registry();
+        _convert = dynamic_cast<ConvertFunc*>(registry.Find("convert_json_to_attrset_string", true));
+        _command = dynamic_cast<CommandFunc*>(registry.Find("cmd_json_to_attrset_string", true));
         ASSERT_NE(_convert, nullptr);
         ASSERT_NE(_command, nullptr);
         _log.Reset();

@@ -1,0 +1,100 @@
+// Numbers read and written by the node side, against the C and C++
+// libraries on random values: the parser reads what strtoll and strtod read,
+// the writer's doubles are the shortest text that reads back to the same
+// bits, as std::to_chars writes it, with ".0" after an integer.
+#include <gtest/gtest.h>
+
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <random>
+#include <string>
+
+#include "json/JsonNode.h"
+
+namespace {
+
+using tavrin::plugin::json::Node;
+
+// The single element of the array text "[text]", as T.
+template <class T>
+T ReadElement(const std::string& text) {
+    Node array;
+    if (!array.Deserialize("[" + text + "]") || array.Size() != 1 || !array[0].Is<T>()) {
+        ADD_FAILURE() << text << " is not read as a single value of its kind";
+        return T();
+    }
+    return array[0].As<T>();
+}
+
+bool SameBits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
+std::string Digits(std::mt19937_64& random, std::size_t count) {
+    std::string digits;
+    for (std::size_t i = 0; i < count; ++i) digits += static_cast<char>('0' + random() % 10);
+    return digits;
+}
+
+// A double of the dialect: up to 22 digits on either side of the point, the
+// exponents of every double and beyond; mostly the 15 to 19 digits writers
+// give a double.
+std::string DoubleText(std::mt19937_64& random) {
+    std::string text = random() % 2 ? "-" : "";
+    text += random() % 5 ? std::to_string(1 + random() % 9) + Digits(random, random() % 8) : "0";
+    const bool point = random() % 4 != 0;
+    if (point) text += "." + Digits(random, 1 + random() % (random() % 2 ? 22 : 18));
+    if (!point || random() % 3 == 0) {
+        text += random() % 2 ? "e" : "E";
+        text += random() % 3 == 0 ? "" : random() % 2 ? "+" : "-";
+        text += std::to_string(random() % (random() % 4 ? 40 : 340));
+    }
+    return text;
+}
+
+TEST(NumberText, NumbersReadAreWhatTheCLibraryReads) {
+    std::mt19937_64 random(20261124);
+    for (int round = 0; round < 100000; ++round) {
+        const std::string integer = (random() % 2 ? "-" : "") + std::to_string(1 + random() % 9) +
+                                    Digits(random, random() % 21);
+        ASSERT_EQ(ReadElement<long long>(integer), std::strtoll(integer.c_str(), nullptr, 10)) << integer;
+        const std::string real = DoubleText(random);
+        ASSERT_TRUE(SameBits(ReadElement<double>(real), std::strtod(real.c_str(), nullptr))) << real;
+    }
+}
+
+std::string Expected(double value) {
+    char text[64];
+    std::string written(text, std::to_chars(text, text + sizeof text, value).ptr);
+    if (written.find_first_of(".e") == std::string::npos) written += ".0";
+    return written;
+}
+
+double FromBits(std::uint64_t bits) {
+    double value = 0;
+    std::memcpy(&value, &bits, sizeof value);
+    return value;
+}
+
+// Random bit patterns (every exponent, subnormals and powers of two among
+// them) and the decimals documents hold, short and long, near the ends of
+// the fixed notation and of the exact integers.
+TEST(NumberText, DoublesWrittenAreTheShortestTextThatReadsBack) {
+    std::mt19937_64 random(20261124);
+    for (const double value : {0.0, -0.0, 1.0, 0.1, 1e22, 1e23, 123456.0, 1e16, 9007199254740993.0,
+                               18014398509481984.0, 5e-324, 2.2250738585072014e-308, 1.7976931348623157e308,
+                               0.001, 0.0001, 100000.0, 1000000.0, 1e21, 4.35e-5, -65.61361699999998})
+        EXPECT_EQ(Node(value).Serialize(), Expected(value)) << value;
+    for (int round = 0; round < 200000; ++round) {
+        double value = FromBits(random());
+        if (round % 2 == 1) {
+            const double digits = static_cast<double>(random() % 1000000000000000000u);
+            value = digits / std::pow(10.0, static_cast<int>(random() % 40) - 10);
+        }
+        if (std::isnan(value) || std::isinf(value)) continue;
+        ASSERT_EQ(Node(value).Serialize(), Expected(value)) << std::hexfloat << value;
+    }
+}
+
+}  // namespace
