@@ -15,60 +15,6 @@ namespace {
 // in double precision, rounding to nearest.
 static_assert(FLT_EVAL_METHOD == 0, "double operations round to double");
 
-// ---- the text as digits * 10^exponent ---------------------------------------
-
-constexpr int kLargestExponentRead = 100000;
-
-bool IsDigitChar(char c) { return c >= '0' && c <= '9'; }
-unsigned DigitOf(char c) { return static_cast<unsigned>(c - '0'); }
-
-const char* SkipDigits(const char* p, const char* last) {
-    while (p != last && IsDigitChar(*p)) ++p;
-    return p;
-}
-
-const char* SkipZeros(const char* p, const char* last) {
-    while (p != last && *p == '0') ++p;
-    return p;
-}
-
-std::uint64_t Accumulate(std::uint64_t sum, const char* p, const char* last) {
-    for (; p != last; ++p) sum = sum * 10 + DigitOf(*p);
-    return sum;
-}
-
-// Reads "[-]digits[.digits][(e|E)[+|-]digits]" to its end. False for any
-// other text and for more significant digits than fit.
-bool Decompose(const char* p, const char* last, Decimal& d) {
-    d.negative = p != last && *p == '-';
-    if (d.negative) ++p;
-    const char* integer = p;
-    const char* integerEnd = p = SkipDigits(p, last);
-    const char* fraction = p;
-    const char* fractionEnd = p;
-    if (p != last && *p == '.') {
-        fraction = ++p;
-        fractionEnd = p = SkipDigits(p, last);
-    }
-    int exponent = 0;
-    if (p != last && (*p == 'e' || *p == 'E')) {
-        ++p;
-        const bool negative = p != last && *p == '-';
-        if (p != last && (*p == '-' || *p == '+')) ++p;
-        for (; p != last && IsDigitChar(*p); ++p)
-            if (exponent < kLargestExponentRead) exponent = exponent * 10 + static_cast<int>(DigitOf(*p));
-        if (negative) exponent = -exponent;
-    }
-    if (p != last) return false;
-    d.exponent = exponent - static_cast<int>(fractionEnd - fraction);
-    // The significant digits: from the first that is not zero on.
-    integer = SkipZeros(integer, integerEnd);
-    if (integer == integerEnd) fraction = SkipZeros(fraction, fractionEnd);
-    if ((integerEnd - integer) + (fractionEnd - fraction) > kMostSignificantDigits) return false;
-    d.digits = Accumulate(Accumulate(0, integer, integerEnd), fraction, fractionEnd);
-    return true;
-}
-
 // ---- exact when both factors are exact doubles ------------------------------
 
 constexpr std::array<double, 23> kExactPowersOfTen = {
@@ -143,11 +89,6 @@ bool ReadWideProduct(const Decimal& d, double& value) {
 }
 
 }  // namespace
-
-bool DecimalToDouble(const char* first, const char* last, double& value) {
-    Decimal d;
-    return Decompose(first, last, d) && DecimalToDouble(d, value);
-}
 
 bool DecimalToDouble(const Decimal& d, double& value) {
     if (d.digits == 0)

@@ -8,7 +8,6 @@
 #include <string>
 #include <system_error>
 
-#include "json/internal/DecimalToDouble.h"
 
 namespace tavrin::plugin::json {
 
@@ -40,12 +39,11 @@ long long ReadInt64(const char* first, const char* last) {
     return value;
 }
 
-// Most numbers have a quick answer; from_chars is exact for every other value
-// in range; the rare texts beyond the range of double go to strtod_l, which
-// gives the standard overflow and underflow results.
+// from_chars is exact for every value in range; the rare texts beyond the
+// range of double go to strtod_l, which gives the standard overflow and
+// underflow results.
 double ReadDouble(const char* first, const char* last) {
     double value = 0.0;
-    if (DecimalToDouble(first, last, value)) return value;
     const auto result = std::from_chars(first, last, value);
     if (result.ec != std::errc::result_out_of_range) return value;
     const std::string text(first, last);

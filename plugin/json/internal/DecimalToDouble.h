@@ -21,9 +21,4 @@ inline constexpr int kMostSignificantDigits = 19;
 // another way.
 bool DecimalToDouble(const Decimal& d, double& value);
 
-// The same for a decimal text "[-]digits[.digits][(e|E)[+|-]digits]" from
-// `first` to `last`; also false for other texts and for more significant
-// digits than kMostSignificantDigits.
-bool DecimalToDouble(const char* first, const char* last, double& value);
-
 }  // namespace tavrin::plugin::json
