@@ -1,23 +1,32 @@
 #!/usr/bin/env bash
-# Instructions per parse and per serialize of each corpus document, for our
-# Node and every peer, counted by callgrind (one timed iteration each). The
-# counts repeat exactly from run to run, so they compare the libraries'
-# work where wall-clock timings on a shared machine do not; they leave out
-# cache and memory effects. Prints a markdown table (millions of
-# instructions, and each peer relative to ours).
-# Usage: bench/instructions.sh   (after the bench preset is built)
+# Instructions per parse and per serialize of each benchmark document, for
+# our Node, RapidJSON and nlohmann/json, counted by callgrind (one timed
+# iteration each). The counts repeat exactly from run to run, so they compare
+# the libraries' work where wall-clock timings on a shared machine do not;
+# they leave out cache and memory effects. Prints INSTRUCTIONS.md: millions
+# of instructions, and each peer relative to ours.
+# Usage: bench/instructions.sh > bench/INSTRUCTIONS.md   (after the bench preset is built)
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
-libraries=(tavrin rapidjson nlohmann jsoncpp simdjson)
+libraries=(tavrin rapidjson nlohmann)
+documents=(canada.json citm_catalog.json twitter.json integers records)
 count() {
   "$root/bench/profile.sh" "^$1\$" | awk '/PROGRAM TOTALS/ { gsub(",", "", $1); print $1 }'
 }
+cat <<'HEADER'
+# Instruction counts
+
+Written by `bench/instructions.sh` (part of `make bench`; callgrind, one iteration each,
+the tree's release included in a parse): millions of instructions, in brackets the peer
+relative to ours (below 1 means fewer instructions than ours).
+
+HEADER
 printf '| workload | document |'
 printf ' %s |' "${libraries[@]}"
 echo
 echo "|---|---|$(printf -- '---|%.0s' "${libraries[@]}")"
 for workload in parse serialize; do
-  for doc in canada.json citm_catalog.json twitter.json; do
+  for doc in "${documents[@]}"; do
     row="| $workload | $doc |"
     ours=""
     for lib in "${libraries[@]}"; do

@@ -1,6 +1,7 @@
 # Benchmarks against peer JSON libraries (bench/README.md).
 #   make bench        full run: timing and memory, then bench/RESULTS.md
-#                     and the chart bench/results.png
+#                     and the chart bench/results.png; instruction counts
+#                     under callgrind into bench/INSTRUCTIONS.md
 #   make bench-smoke  builds the benchmarks and runs each one once on small
 #                     inputs; checks that they run, asserts no timing
 # BENCH_ARGS adds options to the timing run (e.g. --benchmark_filter=parse).
@@ -29,6 +30,8 @@ bench: bench-build
 	  --benchmark_out=$(BENCH_OUT)/memory.json --benchmark_out_format=json
 	$(BENCH_PYTHON) bench/report.py $(BENCH_OUT)/timing.json $(BENCH_OUT)/memory.json \
 	  --results bench/RESULTS.md --png bench/results.png
+	bench/instructions.sh > $(BENCH_OUT)/instructions.md
+	mv $(BENCH_OUT)/instructions.md bench/INSTRUCTIONS.md
 
 # One iteration of every benchmark on the small inputs: the twitter corpus
 # file, the generated records and the base size of every scaling shape.
