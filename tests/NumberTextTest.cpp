@@ -13,6 +13,8 @@
 #include <string>
 
 #include "json/JsonNode.h"
+#include "json/internal/DecimalToDouble.h"
+#include "json/internal/ShortestDecimal.h"
 
 namespace {
 
@@ -95,6 +97,39 @@ TEST(NumberText, DoublesWrittenAreTheShortestTextThatReadsBack) {
         if (std::isnan(value) || std::isinf(value)) continue;
         ASSERT_EQ(Node(value).Serialize(), Expected(value)) << std::hexfloat << value;
     }
+}
+
+// The quick conversions themselves (internal to the plug-in; this test
+// builds its own copy): they must answer, not merely be right when they do,
+// for the numbers documents hold, so that reading and writing stay quick.
+TEST(NumberText, TheQuickConversionsAnswerForTheNumbersDocumentsHold) {
+    using tavrin::plugin::json::Decimal;
+    std::mt19937_64 random(7);
+    int unansweredReads = 0, unansweredWrites = 0;
+    for (int round = 0; round < 100000; ++round) {
+        Decimal d;
+        d.digits = random() % 10000000000000000000u;
+        d.exponent = static_cast<int>(random() % 121) - 60;
+        d.negative = random() % 2 == 0;
+        const std::string text = (d.negative ? "-" : "") + std::to_string(d.digits) + "e" + std::to_string(d.exponent);
+        double read = 0;
+        if (tavrin::plugin::json::DecimalToDouble(d, read))
+            ASSERT_TRUE(SameBits(read, std::strtod(text.c_str(), nullptr))) << text;
+        else
+            ++unansweredReads;  // a decimal exactly halfway between two doubles
+        // Between 2^-100 and 2^56, with a fraction: no power of two.
+        const std::uint64_t exponent = 923 + random() % 156;
+        const double value = FromBits(exponent << 52 | ((random() >> 12) | 1));
+        Decimal shortest;
+        if (tavrin::plugin::json::ShortestDecimal(value, shortest)) {
+            const std::string digits = std::to_string(shortest.digits) + "e" + std::to_string(shortest.exponent);
+            ASSERT_TRUE(SameBits(std::strtod(digits.c_str(), nullptr), value)) << digits;
+        } else {
+            ++unansweredWrites;
+        }
+    }
+    EXPECT_LT(unansweredReads, 20);
+    EXPECT_EQ(unansweredWrites, 0);
 }
 
 }  // namespace

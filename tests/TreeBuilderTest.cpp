@@ -11,6 +11,7 @@
 
 #include "json/JsonNode.h"
 #include "json/Parser.h"
+#include "support/AllocationCounter.h"
 #include "support/LogCapture.h"
 
 namespace {
@@ -68,6 +69,31 @@ TEST(TreeBuilder, EveryTextEndsAsTheParserEndsIt) {
             ASSERT_TRUE(ByDeserialize(text) == ByParser(text)) << text;
         }
     }
+}
+
+// The quick path builds values in place in cells carved from a few chunks;
+// the Parser allocates at least two blocks for every value. So a document
+// that makes about one allocation per container was read on the quick path,
+// whatever construct it holds: every kind, escapes, exponents, blanks, long
+// runs of digits, repeated keys and keys past the member index's threshold,
+// numbers at the very end of the text.
+TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
+    const std::string record =
+        "{\"i\":-12,\"z\":0,\"d\":-0.5e-3,\"D\":1E+2,\"l\":123456789012.25,\"w\":12345678901234567890123,"
+        "\"f\":-3/04,\"t\":true,\"F\":false,\"s\":\"a\\u00e9\\n\\\"b\\\\\",\"e\":\"\",\"a\":[ ],\"o\":{ },"
+        "\"n\":[ 1 ,\t2,\r\n3],\"k1\":1,\"k2\":2,\"k3\":3,\"K1\":4}";
+    std::string text = "[";
+    for (int i = 0; i < 100; ++i) text += record + ",\n  ";
+    text += "[1,2.5,3/4]]";
+    tavrin::test::AllocationCounter counter;
+    Node tree;
+    ASSERT_TRUE(tree.Deserialize(text.c_str()));
+    // Per record: its table, its member index, its array's items, its long
+    // string and a share of the chunks, where the Parser's path takes some
+    // ninety.
+    EXPECT_LE(counter.Calls(), 100u * 6 + 40);
+    EXPECT_EQ(tree.Size(), 101u);
+    EXPECT_EQ(tree[0]["k1"].Serialize(), "4");  // "K1" is "k1" again
 }
 
 // A tree read from text: values of every kind, strings on the heap too.

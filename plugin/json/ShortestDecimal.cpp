@@ -40,17 +40,19 @@ bool Scale(const Wide192& p, int drop, Scaled& out) {
 
 }  // namespace
 
-// The value's rounding interval, [2m - 1, 2m + 1] * 2^(e-1) for
-// value = m * 2^e, scaled by 10^q to 18 or 19 digits; the ends belong to it
-// when m is even, as reading rounds ties to even. The longest run of trailing
-// zeros that a number inside can have gives the shortest length; of the
-// numbers of that length inside, the nearest to the value wins.
+// The value's rounding interval, (2m - 1, 2m + 1) * 2^(e-1) for
+// value = m * 2^e, scaled by 10^q to 18 or 19 digits. The longest run of
+// trailing zeros that a number inside can have gives the shortest length; of
+// the numbers of that length inside, the nearest to the value wins. The ends
+// themselves, which read back as the value when m is even, are left out:
+// within the range, an end is a short decimal only for integers of 2^53 and
+// more, whose fixed text has every digit of the value anyway.
 bool ShortestDecimal(double value, Decimal& decimal) {
-    std::uint64_t bits = 0;
+    std::uint64_t bits;
     std::memcpy(&bits, &value, sizeof bits);
-    const int biased = static_cast<int>(bits >> 52) & 0x7FF;
+    const int biased = static_cast<int>(bits >> 52);
     const std::uint64_t fraction = bits & ((std::uint64_t{1} << 52) - 1);
-    if (biased == 0 || biased == 0x7FF || fraction == 0 || (bits >> 63) != 0) return false;
+    if (biased == 0 || fraction == 0) return false;
     const std::uint64_t m = fraction | (std::uint64_t{1} << 52);
     const int e = biased - 1075;
     const int q = 17 - FloorLog10OfPowerOfTwo(e + 52);
@@ -64,12 +66,11 @@ bool ShortestDecimal(double value, Decimal& decimal) {
     if (!Scale(Subtract(middle, power.significand), drop, low) || !Scale(middle, drop, mid) ||
         !Scale(Add(middle, power.significand), drop, high))
         return false;
-    const bool inclusive = (m & 1) == 0;
     // The least and the greatest number of units inside; dividing both by
     // ten while some multiple of ten lies between them drops trailing digits
     // (ceilings and floors of successive divisions are those of the whole).
-    std::uint64_t lowest = low.units + (low.half || low.belowHalf || !inclusive ? 1 : 0);
-    std::uint64_t highest = high.units - (!high.half && !high.belowHalf && !inclusive ? 1 : 0);
+    std::uint64_t lowest = low.units + 1;
+    std::uint64_t highest = high.units - (high.half || high.belowHalf ? 0 : 1);
     std::uint64_t digits = mid.units;
     int removed = 0;
     int lastRemoved = 0;
@@ -90,8 +91,10 @@ bool ShortestDecimal(double value, Decimal& decimal) {
         digits /= 10;
         ++removed;
     }
-    if (removed == 0 || (lastRemoved == 5 && !restBelowLast)) return false;  // none, or a tie
-    if (lastRemoved >= 5) ++digits;
+    if (removed == 0) return false;
+    // Halfway between two candidates, the even one, as to_chars chooses.
+    const bool tie = lastRemoved == 5 && !restBelowLast;
+    if (lastRemoved > 5 || (lastRemoved == 5 && !tie) || (tie && digits % 2 != 0)) ++digits;
     if (digits < lowest || digits > highest) return false;
     decimal.digits = digits;
     decimal.exponent = removed - q;
