@@ -86,7 +86,9 @@ TEST(NumberText, DoublesWrittenAreTheShortestTextThatReadsBack) {
     std::mt19937_64 random(20261124);
     for (const double value : {0.0, -0.0, 1.0, 0.1, 1e22, 1e23, 123456.0, 1e16, 9007199254740993.0,
                                18014398509481984.0, 5e-324, 2.2250738585072014e-308, 1.7976931348623157e308,
-                               0.001, 0.0001, 100000.0, 1000000.0, 1e21, 4.35e-5, -65.61361699999998})
+                               0.001, 0.0001, 100000.0, 1000000.0, 1e21, 4.35e-5, -65.61361699999998,
+                               // as long in fixed as in scientific notation, and one character apart
+                               0.00015, 1.5e-5, 0.0001234, 1.234e-5, 12000.0, 120000.0, 1.2e+100, 1e-100})
         EXPECT_EQ(Node(value).Serialize(), Expected(value)) << value;
     for (int round = 0; round < 200000; ++round) {
         double value = FromBits(random());

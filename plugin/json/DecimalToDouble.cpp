@@ -52,8 +52,7 @@ Rounded RoundToDouble(const Wide192& p, bool& settled) {
     const std::uint64_t half = std::uint64_t{1} << (drop - 1);
     const std::uint64_t rest = p.word[0] & ((std::uint64_t{1} << drop) - 1);
     const bool lowIsZero = p.word[1] == 0 && p.word[2] == 0;
-    const bool tie = rest == half && lowIsZero;
-    settled = !tie && p.word[1] != UINT64_MAX;
+    settled = !(rest == half && lowIsZero) && p.word[1] != UINT64_MAX;
     if (rest > half || (rest == half && (!lowIsZero || (significand & 1) != 0))) ++significand;
     int exponent = 128 + drop;
     if (significand >> 53 != 0) {

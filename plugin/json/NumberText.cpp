@@ -1,11 +1,11 @@
 #include "json/internal/NumberText.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 
+#include "json/internal/PowersOfFive.h"
 #include "json/internal/ShortestDecimal.h"
 
 namespace tavrin::plugin::json {
@@ -22,16 +22,6 @@ char* WriteZeros(char* at, int count) {
     std::memset(at, '0', static_cast<std::size_t>(count));
     return at + count;
 }
-
-constexpr std::array<std::uint64_t, 20> kPowersOfTen = [] {
-    std::array<std::uint64_t, 20> powers{};
-    std::uint64_t power = 1;
-    for (std::uint64_t& p : powers) {
-        p = power;
-        power *= 10;
-    }
-    return powers;
-}();
 
 // How many decimal digits `v` (not zero) has: its bits give the count or one
 // less (1233 / 4096 is just above log10(2)).

@@ -9,12 +9,11 @@ namespace tavrin::plugin::json {
 
 namespace {
 
-// A number scaled to units: its integer part and whether anything is left
-// below, with the bit worth half a unit and the bits below that.
+// A number scaled to units: its integer part, and whether anything is left
+// below.
 struct Scaled {
     std::uint64_t units;
-    bool half;
-    bool belowHalf;
+    bool fraction;
 };
 
 // floor(log10(2^exponent)) for |exponent| < 1650: 78913 / 2^18 is just below
@@ -29,12 +28,8 @@ int FloorLog10OfPowerOfTwo(int exponent) {
 bool Scale(const Wide192& p, int drop, Scaled& out) {
     const int right = drop - 64;  // how far the upper 128 bits move down
     if (right <= 0 || right > 63 || (p.word[0] >> right) != 0) return false;
-    const std::uint64_t lowMask = (std::uint64_t{1} << right) - 1;
     out.units = (p.word[0] << (64 - right)) | (p.word[1] >> right);
-    const std::uint64_t rest = p.word[1] & lowMask;
-    const std::uint64_t halfBit = std::uint64_t{1} << (right - 1);
-    out.half = (rest & halfBit) != 0;
-    out.belowHalf = (rest & (halfBit - 1)) != 0 || p.word[2] != 0;
+    out.fraction = (p.word[1] << (64 - right)) != 0 || p.word[2] != 0;
     return true;
 }
 
@@ -70,31 +65,26 @@ bool ShortestDecimal(double value, Decimal& decimal) {
     // ten while some multiple of ten lies between them drops trailing digits
     // (ceilings and floors of successive divisions are those of the whole).
     std::uint64_t lowest = low.units + 1;
-    std::uint64_t highest = high.units - (high.half || high.belowHalf ? 0 : 1);
-    std::uint64_t digits = mid.units;
+    std::uint64_t highest = high.units - (high.fraction ? 0 : 1);
     int removed = 0;
-    int lastRemoved = 0;
-    bool restBelowLast = mid.half || mid.belowHalf;
     while ((lowest + 99) / 100 <= highest / 100) {
         lowest = (lowest + 99) / 100;
         highest /= 100;
-        restBelowLast = restBelowLast || lastRemoved != 0 || digits % 10 != 0;
-        lastRemoved = static_cast<int>(digits / 10 % 10);
-        digits /= 100;
         removed += 2;
     }
     while ((lowest + 9) / 10 <= highest / 10) {
         lowest = (lowest + 9) / 10;
         highest /= 10;
-        restBelowLast = restBelowLast || lastRemoved != 0;
-        lastRemoved = static_cast<int>(digits % 10);
-        digits /= 10;
         ++removed;
     }
     if (removed == 0) return false;
-    // Halfway between two candidates, the even one, as to_chars chooses.
-    const bool tie = lastRemoved == 5 && !restBelowLast;
-    if (lastRemoved > 5 || (lastRemoved == 5 && !tie) || (tie && digits % 2 != 0)) ++digits;
+    // The value rounded to what is left, halfway to the even candidate, as
+    // to_chars chooses.
+    const std::uint64_t step = kPowersOfTen[static_cast<std::size_t>(removed)];
+    std::uint64_t digits = mid.units / step;
+    const std::uint64_t rest = mid.units % step;
+    const std::uint64_t half = step / 2;
+    if (rest > half || (rest == half && (mid.fraction || digits % 2 != 0))) ++digits;
     if (digits < lowest || digits > highest) return false;
     decimal.digits = digits;
     decimal.exponent = removed - q;

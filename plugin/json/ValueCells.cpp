@@ -26,8 +26,8 @@ constexpr std::size_t kFirstChunkBytes = 1024;
 constexpr std::size_t kLargestChunkBytes = 64 * 1024;
 
 static_assert(sizeof(CellChunk*) <= kAlign, "a cell header holds a chunk pointer");
-static_assert(alignof(long long) <= kAlign && alignof(double) <= kAlign &&
-                  alignof(void*) <= kAlign && alignof(std::size_t) <= kAlign,
+static_assert(kAlign % alignof(long long) == 0 && kAlign % alignof(double) == 0 &&
+                  kAlign % alignof(void*) == 0 && kAlign % alignof(std::size_t) == 0,
               "cells are aligned for every value a Node holds");
 
 void TakeOff(CellChunk* chunk, std::size_t count) noexcept {

@@ -1,9 +1,10 @@
 #pragma once
 // Internal to the plug-in's sources: not part of the installed headers.
 //
-// Exact wide products and powers of five as 128-bit significands: what the
-// conversions between decimal and binary numbers need.
+// Exact wide products, powers of ten and powers of five as 128-bit
+// significands: what the conversions between decimal and binary numbers need.
 
+#include <array>
 #include <cstdint>
 
 namespace tavrin::plugin::json {
@@ -64,6 +65,17 @@ inline Wide192 Subtract(Wide192 a, Wide128 b) {
     if (borrowHigh) --a.word[0];
     return a;
 }
+
+// 10^0 to 10^19, every power of ten below 2^64.
+inline constexpr std::array<std::uint64_t, 20> kPowersOfTen = [] {
+    std::array<std::uint64_t, 20> powers{};
+    std::uint64_t power = 1;
+    for (std::uint64_t& p : powers) {
+        p = power;
+        power *= 10;
+    }
+    return powers;
+}();
 
 // 5^q for q from kLeastPowerOfFive to kGreatestPowerOfFive:
 // floor(5^q * 2^shift), where shift makes the significand lie in
