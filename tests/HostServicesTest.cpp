@@ -257,6 +257,10 @@ TEST(Object, KeywordsAreTheHashesOfTheDashSeparatedParts) {
     EXPECT_TRUE(obj.Name(nullptr));  // changes nothing
     EXPECT_EQ(obj.GetName(), "a-b");
     EXPECT_EQ(KeywordsOf(obj), (std::vector<std::uint32_t>{Hash("a"), Hash("b")}));
+    object plain("x");
+    EXPECT_TRUE(plain.object_name::Name("Y-z"));  // the name and its id; the keywords stay
+    EXPECT_EQ(std::make_tuple(plain.GetName(), plain.ID(), KeywordsOf(plain)),
+              std::make_tuple(std::string("Y-z"), Hash("y-z"), std::vector<std::uint32_t>{Hash("x")}));
     std::vector<std::uint32_t> many;  // more than the inline buffer holds
     for (const char* part : {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"}) many.push_back(Hash(part));
     EXPECT_EQ(KeywordsOf(object("a-b-c-d-e-f-g-h-i-j")), many);
