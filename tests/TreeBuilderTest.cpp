@@ -94,6 +94,16 @@ TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
     EXPECT_LE(counter.Calls(), 100u * 6 + 40);
     EXPECT_EQ(tree.Size(), 101u);
     EXPECT_EQ(tree[0]["k1"].Serialize(), "4");  // "K1" is "k1" again
+    // Nested to the bound: one allocation a level or two.
+    for (const auto& [open, close] : {std::pair<std::string, std::string>{"[", "]"}, {"{\"a\":", "}"}}) {
+        std::string deep;
+        for (int level = 0; level < tavrin::plugin::json::Parser::kDefaultMaxDepth - 1; ++level) deep += open;
+        deep += "[0]";
+        for (int level = 0; level < tavrin::plugin::json::Parser::kDefaultMaxDepth - 1; ++level) deep += close;
+        tavrin::test::AllocationCounter nested;
+        ASSERT_TRUE(tree.Deserialize(deep.c_str()));
+        EXPECT_LE(nested.Calls(), 3u * tavrin::plugin::json::Parser::kDefaultMaxDepth) << open;
+    }
 }
 
 // A tree read from text: values of every kind, strings on the heap too.

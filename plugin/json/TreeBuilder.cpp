@@ -65,9 +65,7 @@ struct Level {
 template <class Container>
 class Gathering {
 public:
-    explicit Gathering(Level<Container>& level) : _level(level) {
-        if (level.lastSize != 0) _own.reserve(level.lastSize);
-    }
+    explicit Gathering(Level<Container>& level) : _level(level) { _own.reserve(level.lastSize); }
 
     // The container the next item goes into, holding the items so far.
     Container& Items() {

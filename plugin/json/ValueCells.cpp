@@ -41,10 +41,9 @@ void TakeOff(CellChunk* chunk, std::size_t count) noexcept {
 
 CellArena::~CellArena() { Leave(); }
 
+// The arena's hold on its chunk goes; StartChunk sets a new one right after.
 void CellArena::Leave() noexcept {
     if (_chunk != nullptr) TakeOff(_chunk, kHold - _carved);
-    _chunk = nullptr;
-    _next = _end = nullptr;
 }
 
 void CellArena::StartChunk(std::size_t cellBytes) {
