@@ -22,16 +22,7 @@ locale_t CLocale() {
 
 }  // namespace
 
-// Up to 18 digits cannot overflow and are summed up directly.
 long long ReadInt64(const char* first, const char* last) {
-    const bool negative = first != last && *first == '-';
-    const char* digits = first + (negative ? 1 : 0);
-    if (last - digits <= 18) {
-        long long sum = 0;
-        const char* p = digits;
-        for (; p != last && *p >= '0' && *p <= '9'; ++p) sum = sum * 10 + (*p - '0');
-        if (p == last && p != digits) return negative ? -sum : sum;
-    }
     long long value = 0;
     const auto result = std::from_chars(first, last, value, 10);
     if (result.ec == std::errc::result_out_of_range)

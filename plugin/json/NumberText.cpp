@@ -111,7 +111,7 @@ char* WriteDouble(char* at, double value) {
     if (std::isnan(value)) return WriteText(at, "0.0");
     if (std::isinf(value)) return WriteText(at, value < 0 ? "-1e999" : "1e999");
     const double magnitude = std::fabs(value);
-    Decimal shortest;
+    Decimal shortest{};
     if (ShortestDecimal(magnitude, shortest)) {
         shortest.negative = std::signbit(value);
         if (char* end = WriteDecimal(at, shortest, magnitude)) return end;

@@ -17,6 +17,7 @@
 #include "json/internal/CharClass.h"
 #include "json/internal/DecimalToDouble.h"
 #include "json/internal/NumberRead.h"
+#include "json/internal/PowersOfFive.h"
 #include "json/internal/CellNode.h"
 #include "json/internal/WordScan.h"
 
@@ -120,8 +121,7 @@ private:
     void SkipSpaces() {
         while (IsSpace(Code(*_at))) {
             ++_at;
-            if constexpr (kWordScan)
-                while (_end - _at >= 8 && LoadWord(_at) == kEightBlanks) _at += 8;
+            while (_end - _at >= 8 && LoadWord(_at) == kEightBlanks) _at += 8;
         }
     }
 
@@ -206,21 +206,18 @@ bool TreeBuilder::ReadWord(Node& into, const char* word, bool value) {
 
 // The digits from `p` on, added to `sum` (modulo 2^64); where they end.
 const char* TreeBuilder::SumDigits(const char* p, std::uint64_t& sum) const {
-    static constexpr std::uint64_t kPowers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000};
     std::uint64_t s = sum;
-    if constexpr (kWordScan) {
-        while (_end - p >= 8) {
-            const std::uint64_t word = LoadWord(p);
-            const int count = LeadingDigits(word);
-            if (count == 8) {
-                s = s * 100000000 + EightDigitsValue(word);
-                p += 8;
-                continue;
-            }
-            if (count != 0) s = s * kPowers[count] + LeadingDigitsValue(word, count);
-            sum = s;
-            return p + count;
+    while (_end - p >= 8) {
+        const std::uint64_t word = LoadWord(p);
+        const int count = LeadingDigits(word);
+        if (count == 8) {
+            s = s * 100000000 + EightDigitsValue(word);
+            p += 8;
+            continue;
         }
+        if (count != 0) s = s * kPowersOfTen[static_cast<std::size_t>(count)] + LeadingDigitsValue(word, count);
+        sum = s;
+        return p + count;
     }
     for (; IsDigitChar(*p); ++p) s = s * 10 + static_cast<unsigned>(*p - '0');
     sum = s;
@@ -235,8 +232,7 @@ const char* TreeBuilder::SumDigits(const char* p, std::uint64_t& sum) const {
 // too many for the sum, the text is converted again.
 bool TreeBuilder::ReadNumber(Node& into) {
     const char* start = _at;
-    Decimal number;
-    number.negative = *start == '-';
+    Decimal number{0, 0, *start == '-'};
     const char* integer = start + (number.negative ? 1 : 0);
     if (!IsDigitChar(*integer)) return false;
     const char* p = *integer == '0' ? integer + 1 : SumDigits(integer, number.digits);

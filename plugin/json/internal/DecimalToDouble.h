@@ -7,9 +7,9 @@ namespace tavrin::plugin::json {
 
 // A decimal number: digits * 10^exponent, negated when `negative`.
 struct Decimal {
-    std::uint64_t digits = 0;
-    int exponent = 0;
-    bool negative = false;
+    std::uint64_t digits;
+    int exponent;
+    bool negative;
 };
 
 // Every number of up to this many digits fits in Decimal::digits.

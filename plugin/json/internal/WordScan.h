@@ -2,19 +2,17 @@
 // Internal to the plug-in's sources: not part of the installed headers.
 //
 // Eight characters at a time, read as one 64-bit word with the first
-// character in its lowest byte (little-endian targets; elsewhere kWordScan is
-// false and callers go character by character).
+// character in its lowest byte, whatever the byte order.
 
 #include <cstdint>
 #include <cstring>
 
 namespace tavrin::plugin::json::detail {
 
-inline constexpr bool kWordScan = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
-
 inline std::uint64_t LoadWord(const char* p) {
     std::uint64_t word;
     std::memcpy(&word, p, sizeof word);
+    if constexpr (__BYTE_ORDER__ == __ORDER_BIG_ENDIAN__) word = __builtin_bswap64(word);
     return word;
 }
 
