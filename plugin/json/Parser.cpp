@@ -109,9 +109,6 @@ bool IsContainerKind(const std::type_info* kind) {
     return kind != nullptr && (*kind == typeid(Object) || *kind == typeid(Array));
 }
 
-// Characters a string takes as they are: no quote, no backslash, no control
-// character (which includes the terminator).
-bool IsPlainStringChar(int c) { return c != '"' && c != '\\' && !IsControl(c); }
 
 // Appends the run of characters after the cursor that `accept` takes to the
 // token buffer in one piece, and leaves the cursor on the last of them, as
@@ -126,11 +123,6 @@ void AppendRun(Parser& parser, Accept accept) {
     parser._buffer.append(parser._text + start, static_cast<std::size_t>(end - start));
     parser._pos = end - 1;
     parser._token = parser._text[parser._pos];
-}
-
-bool IsSimpleEscape(int c) {
-    return c == '"' || c == '\\' || c == '/' || c == 'b' || c == 'f' || c == 'n' || c == 'r' ||
-           c == 't';
 }
 
 }  // namespace

@@ -31,20 +31,14 @@ using Object = Node::Object;
 int Code(char c) { return static_cast<unsigned char>(c); }
 bool IsDigitChar(char c) { return IsDigit(Code(c)); }
 
-// Characters a string takes as they are: no quote, no backslash, no control
-// character (which includes the terminator).
+// IsPlainStringChar as a table, for the hot loop of strings.
 constexpr std::array<bool, 256> kPlainStringChars = [] {
     std::array<bool, 256> plain{};
-    for (int c = 0; c < 256; ++c) plain[c] = c != '"' && c != '\\' && !IsControl(c);
+    for (int c = 0; c < 256; ++c) plain[static_cast<std::size_t>(c)] = IsPlainStringChar(c);
     return plain;
 }();
 
-bool IsPlainStringChar(char c) { return kPlainStringChars[static_cast<std::size_t>(Code(c))]; }
-
-bool IsSimpleEscape(char c) {
-    return c == '"' || c == '\\' || c == '/' || c == 'b' || c == 'f' || c == 'n' || c == 'r' ||
-           c == 't';
-}
+bool IsPlain(char c) { return kPlainStringChars[static_cast<std::size_t>(Code(c))]; }
 
 // What the builder keeps of one nesting level, for one container kind,
 // from one container to the next.
@@ -178,7 +172,7 @@ bool TreeBuilder::ReadValue(Node& into, int level) {
 const char* TreeBuilder::StringEnd() const {
     const char* p = _at + 1;
     for (;;) {
-        while (IsPlainStringChar(*p)) ++p;
+        while (IsPlain(*p)) ++p;
         if (*p == '"') return p;
         if (*p != '\\') return nullptr;
         ++p;
@@ -186,7 +180,7 @@ const char* TreeBuilder::StringEnd() const {
             for (int i = 1; i <= 4; ++i)
                 if (!IsHexDigit(Code(p[i]))) return nullptr;
             p += 5;
-        } else if (IsSimpleEscape(*p)) {
+        } else if (IsSimpleEscape(Code(*p))) {
             ++p;
         } else {
             return nullptr;

@@ -17,4 +17,13 @@ constexpr bool IsHexDigit(int c) {
 // Codes 0 to 31 and 127.
 constexpr bool IsControl(int c) { return (c >= 0 && c < 32) || c == 127; }
 
+// Characters a string takes as they are: no quote, no backslash, no control
+// character (which includes the terminator).
+constexpr bool IsPlainStringChar(int c) { return c != '"' && c != '\\' && !IsControl(c); }
+
+// The letters of the escapes other than "\u": \" \\ \/ \b \f \n \r \t.
+constexpr bool IsSimpleEscape(int c) {
+    return c == '"' || c == '\\' || c == '/' || c == 'b' || c == 'f' || c == 'n' || c == 'r' || c == 't';
+}
+
 }  // namespace tavrin::plugin::json
