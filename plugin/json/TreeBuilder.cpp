@@ -14,11 +14,11 @@
 #include "base/Hash.h"
 #include "json/common/Nesting.h"
 #include "json/common/PositionIndex.h"
+#include "json/internal/CellNode.h"
 #include "json/internal/CharClass.h"
 #include "json/internal/DecimalToDouble.h"
 #include "json/internal/NumberRead.h"
 #include "json/internal/PowersOfFive.h"
-#include "json/internal/CellNode.h"
 #include "json/internal/WordScan.h"
 
 namespace tavrin::plugin::json::detail {
