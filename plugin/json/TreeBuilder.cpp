@@ -11,12 +11,12 @@
 #include <utility>
 
 #include "base/Fraction.h"
-#include "base/Hash.h"
 #include "json/common/Nesting.h"
 #include "json/common/PositionIndex.h"
 #include "json/internal/CellNode.h"
 #include "json/internal/CharClass.h"
 #include "json/internal/DecimalToDouble.h"
+#include "json/internal/KeyHashCache.h"
 #include "json/internal/NumberRead.h"
 #include "json/internal/PowersOfFive.h"
 #include "json/internal/WordScan.h"
@@ -49,6 +49,8 @@ struct Level {
     Container scratch;
     // How many items the last container had.
     std::size_t lastSize = 0;
+    // For objects, the members by key hash; its room, too, stays for the next.
+    common::PositionIndex index;
 };
 
 // The items of one container being read. They go into a container with room
@@ -61,6 +63,8 @@ template <class Container>
 class Gathering {
 public:
     explicit Gathering(Level<Container>& level) : _level(level) { _own.reserve(level.lastSize); }
+
+    common::PositionIndex& Index() { return _level.index; }
 
     // The container the next item goes into, holding the items so far.
     Container& Items() {
@@ -124,7 +128,7 @@ private:
     bool ReadItems(char closing, ReadItem readItem);
     bool ReadArray(Node& into, int level);
     bool ReadObject(Node& into, int level);
-    bool ReadMember(Gathering<Object>& items, common::PositionIndex& index, int level);
+    bool ReadMember(Gathering<Object>& items, int level);
     bool ReadNumber(Node& into);
     const char* SumDigits(const char* p, std::uint64_t& sum) const;
     static bool ReadExponent(const char*& p, int& exponent);
@@ -145,6 +149,7 @@ private:
     const char* _end;  // the terminator
     const char* _at;   // the next character to read
     CellArena _cells;
+    KeyHashCache _keyHashes;
     std::deque<Level<Array>> _arrays;
     std::deque<Level<Object>> _objects;
 };
@@ -323,8 +328,8 @@ bool TreeBuilder::ReadArray(Node& into, int level) {
 bool TreeBuilder::ReadObject(Node& into, int level) {
     if (level > common::kMaxNesting) return false;
     Gathering<Object> items(LevelOf(_objects, level));
-    common::PositionIndex index;
-    const bool read = ReadItems('}', [&] { return ReadMember(items, index, level); });
+    items.Index().Clear();
+    const bool read = ReadItems('}', [&] { return ReadMember(items, level); });
     if (read) items.HandTo(into, _cells);
     return read;
 }
@@ -332,10 +337,11 @@ bool TreeBuilder::ReadObject(Node& into, int level) {
 // A repeated key (by the table's case-folded hash) overwrites the value of
 // its first entry, which keeps its place and key text. The colon follows the
 // key's closing quote directly.
-bool TreeBuilder::ReadMember(Gathering<Object>& items, common::PositionIndex& index, int level) {
+bool TreeBuilder::ReadMember(Gathering<Object>& items, int level) {
+    common::PositionIndex& index = items.Index();
     const char* end = *_at == '"' ? StringEnd() : nullptr;
     if (end == nullptr || end[1] != ':') return false;
-    const std::uint32_t hash = tavrin::base::Hash(_at + 1, end);
+    const std::uint32_t hash = _keyHashes.Hash(_at + 1, end, _end);
     std::string key(_at + 1, end);
     _at = end + 2;
     SkipSpaces();

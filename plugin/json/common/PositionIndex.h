@@ -32,6 +32,9 @@ public:
         return table.size();
     }
 
+    // Forgets every entry, keeping the index's room for the next table.
+    void Clear() { _slots.clear(); }
+
     // Takes in the table's newest entry, rebuilding the index at twice the
     // size whenever it would become more than half full.
     template <class Table>
