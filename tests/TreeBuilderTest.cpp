@@ -111,30 +111,38 @@ TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
 Node ReadTree() {
     Node tree;
     EXPECT_TRUE(tree.Deserialize(
-        "{\"a\":[1,2.5,\"a text longer than any inline string\",true,3/4,{\"b\":[[7]]}],\"c\":\"x\"}"));
+        "{\"a\":[1,2.5,\"a text longer than any inline string\",true,3/4,{\"b\":[[7]],\"a key longer than inline text\":1}],\"c\":\"x\"}"));
     return tree;
 }
 
-const char kA[] = "[1,2.5,\"a text longer than any inline string\",true,3/4,{\"b\":[[7]]}]";
+const char kA[] = "[1,2.5,\"a text longer than any inline string\",true,3/4,{\"b\":[[7]],\"a key longer than inline text\":1}]";
 
+// Trees mixing values read, copied and set by hand free every allocation.
 TEST(TreeBuilder, ValuesOutliveTheirTreeWhenMovedOrCopied) {
-    Node moved;
-    Node copied;
+    const tavrin::test::AllocationCounter counter;
     {
-        Node tree = ReadTree();
-        moved = std::move(tree["a"]);
-        copied = tree["c"];
-        Node taken(&tree);  // the tree's own value, taken away and freed here
+        Node moved;
+        Node copied;
+        {
+            Node tree = ReadTree();
+            moved = std::move(tree["a"]);
+            copied = tree["c"];
+            Node taken(&tree);  // the tree's own value, taken away and freed here
+        }
+        EXPECT_EQ(moved.Serialize(), kA);
+        EXPECT_EQ(copied.Serialize(), "\"x\"");
+        Node copy(moved);
+        moved[1] = Node(2.5);
+        Node heldText(&moved[2]);  // a value taken out of a tree that is freed first
+        moved = Node();
+        EXPECT_EQ(copy.Serialize(), kA);
+        copy[5]["b"] = copy;  // a copy of a tree assigned inside that tree
+        copy[0].Init<long long>(nullptr);
+        copy[2] = Node(std::string("y"));
+        EXPECT_EQ(copy.Serialize(), "[0,2.5,\"y\",true,3/4,{\"b\":" + std::string(kA) + ",\"a key longer than inline text\":1}]");
+        EXPECT_EQ(heldText.Serialize(), "\"a text longer than any inline string\"");
     }
-    EXPECT_EQ(moved.Serialize(), kA);
-    EXPECT_EQ(copied.Serialize(), "\"x\"");
-    Node copy(moved);
-    moved = Node();
-    EXPECT_EQ(copy.Serialize(), kA);
-    copy[5]["b"] = copy;  // a copy of a tree assigned inside that tree
-    copy[0].Init<long long>(nullptr);
-    copy[2] = Node(std::string("y"));
-    EXPECT_EQ(copy.Serialize(), "[0,2.5,\"y\",true,3/4,{\"b\":" + std::string(kA) + "}]");
+    EXPECT_EQ(counter.Frees(), counter.Calls());
 }
 
 }  // namespace

@@ -61,6 +61,12 @@ void* AllocateCell(std::size_t size) {
     return CellArena::StartCell(static_cast<char*>(::operator new(CellArena::CellBytes(size))), nullptr);
 }
 
+void CellReleases::EndRun() noexcept {
+    if (_run != 0) TakeOff(_chunk, _run);
+    _chunk = nullptr;
+    _run = 0;
+}
+
 void ReleaseCell(void* value) noexcept {
     char* cell = static_cast<char*>(value) - kAlign;
     CellChunk* chunk = *std::launder(reinterpret_cast<CellChunk**>(cell));

@@ -29,6 +29,59 @@ T* NewInCell(Args&&... args) {
     }
 }
 
+// Containers whose nodes live in cells are freed by a sweep (CellNode.cpp):
+// the leaves among their items that hold cells of their own kind are freed
+// in place, the cells of one chunk given back together, and the container's
+// storage released without a second pass over the items. Every other item
+// is destroyed as a Node.
+void FreeSweeping(Node::Array& items) noexcept;
+void FreeSweeping(Node::Object& members) noexcept;
+
+template <class T>
+inline constexpr bool kIsContainer = std::is_same_v<T, Node::Array> || std::is_same_v<T, Node::Object>;
+
+// The three handlers of a node whose value lives in a cell. They behave as
+// those Init<T> gives, but the room of the value and of its copies is a cell.
+// Named types, so that a sweep can tell its own leaves by their handlers.
+template <class T>
+struct CellDestroy {
+    void operator()(Node* n) const {
+        if (n->_buf == nullptr) return;
+        auto* value = static_cast<T*>(n->_buf);
+        // A swept container's storage is gone and its items with it: it is
+        // released without its destructor.
+        if constexpr (kIsContainer<T>)
+            FreeSweeping(*value);
+        else
+            value->~T();
+        ReleaseCell(n->_buf);
+    }
+};
+
+template <class T>
+struct CellCreate {
+    void operator()(Node* n) const { n->_buf = NewInCell<T>(); }
+};
+
+template <class T>
+struct CellCopy {
+    void operator()(Node* n, void* src) const {
+        if (n == nullptr || src == nullptr) throw std::runtime_error(messages::node::kCopyNoValue);
+        // A container's copy takes its room from _create, level by level.
+        if constexpr (kIsContainer<T>)
+            n->copy<T>(n, src);
+        else
+            n->_buf = NewInCell<T>(*static_cast<const T*>(src));
+    }
+};
+
+// True when `node` is of kind T with the handlers of a value in a cell.
+template <class T>
+bool HasCellHandlers(const Node& node) {
+    return node._type == &typeid(T) && node._destroy.target<CellDestroy<T>>() != nullptr &&
+           node._create.target<CellCreate<T>>() != nullptr && node._copy.target<CellCopy<T>>() != nullptr;
+}
+
 // Replaces the handler in `slot` by `handler`, made in place: quicker than
 // assigning, which makes a temporary and swaps it in.
 template <class Function, class Handler>
@@ -38,25 +91,13 @@ void SetHandler(Function& slot, Handler handler) {
 }
 
 // Installs kind T on `node`, which holds nothing, with the handlers of a
-// value that lives in a cell: they behave as those Init<T> gives, but the
-// room of the value and of its copies is a cell. The caller sets _buf.
+// value that lives in a cell. The caller sets _buf.
 template <class T>
 void InstallCellKind(Node& node) {
     node._type = &typeid(T);
-    SetHandler(node._destroy, [](Node* n) {
-        if (n->_buf == nullptr) return;
-        static_cast<T*>(n->_buf)->~T();
-        ReleaseCell(n->_buf);
-    });
-    SetHandler(node._create, [](Node* n) { n->_buf = NewInCell<T>(); });
-    SetHandler(node._copy, [](Node* n, void* src) {
-        if (n == nullptr || src == nullptr) throw std::runtime_error(messages::node::kCopyNoValue);
-        // A container's copy takes its room from _create, level by level.
-        if constexpr (std::is_same_v<T, Node::Array> || std::is_same_v<T, Node::Object>)
-            n->copy<T>(n, src);
-        else
-            n->_buf = NewInCell<T>(*static_cast<const T*>(src));
-    });
+    SetHandler(node._destroy, CellDestroy<T>{});
+    SetHandler(node._create, CellCreate<T>{});
+    SetHandler(node._copy, CellCopy<T>{});
 }
 
 // Gives `node`, which holds nothing, a value made from `args` in a cell of

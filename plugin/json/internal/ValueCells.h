@@ -68,4 +68,32 @@ void* AllocateCell(std::size_t size);
 // carved from a chunk or allocated on its own.
 void ReleaseCell(void* value) noexcept;
 
+// Releases cells as ReleaseCell does, but takes a run of cells of one chunk
+// off its count at once, when the run ends or the object goes: for freeing
+// the many values of a container.
+class CellReleases {
+public:
+    CellReleases() = default;
+    ~CellReleases() { EndRun(); }
+    CellReleases(const CellReleases&) = delete;
+    CellReleases& operator=(const CellReleases&) = delete;
+
+    // Releases the cell of `value`, which has been destroyed.
+    void Add(void* value) noexcept {
+        CellChunk* chunk = *std::launder(reinterpret_cast<CellChunk**>(static_cast<char*>(value) - CellArena::kAlign));
+        if (chunk == nullptr || chunk != _chunk) {
+            EndRun();
+            if (chunk == nullptr) return ReleaseCell(value);
+            _chunk = chunk;
+        }
+        ++_run;
+    }
+
+private:
+    void EndRun() noexcept;
+
+    CellChunk* _chunk = nullptr;
+    std::size_t _run = 0;
+};
+
 }  // namespace tavrin::plugin::json::detail
