@@ -107,6 +107,24 @@ TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
     }
 }
 
+// Keys alike in their first bytes, in their length or but for letter case:
+// each keeps its own hash, the second time around too.
+TEST(TreeBuilder, KeysAlikeInPartStayApart) {
+    const std::string object =
+        R"({"k":0,"key":1,"key_1234":2,"key_1235":3,"key_12345678abc":4,"key_12345678abd":5,)"
+        R"("key_12345678abcd":6,"key_12345678abce":7,"key_12345678abcdefg":8,"key_12345678abcdefh":9,"KEY":10,"":11})";
+    const std::string expected =
+        R"({"k":0,"key":10,"key_1234":2,"key_1235":3,"key_12345678abc":4,"key_12345678abd":5,)"
+        R"("key_12345678abcd":6,"key_12345678abce":7,"key_12345678abcdefg":8,"key_12345678abcdefh":9,"":11})";
+    const std::string text = "[" + object + "," + object + "]";
+    EXPECT_EQ(ByDeserialize(text), ByParser(text));
+    Node tree;
+    ASSERT_TRUE(tree.Deserialize(text.c_str()));
+    EXPECT_EQ(tree[1].Serialize(), expected);
+    EXPECT_EQ(tree[1]["KEY_12345678ABCE"].Serialize(), "7");
+    EXPECT_EQ(tree[0][""].Serialize(), "11");
+}
+
 // A tree read from text: values of every kind, strings on the heap too.
 Node ReadTree() {
     Node tree;

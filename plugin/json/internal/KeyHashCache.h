@@ -13,6 +13,8 @@ namespace tavrin::plugin::json::detail {
 // The table hash (tavrin::base::Hash) of object keys, remembered for the keys
 // of up to 16 bytes seen last. Documents repeat their keys in every object
 // of a kind, and looking one up costs a fraction of hashing it byte by byte.
+// A key's bytes, as two words with zeros after its end, tell it from every
+// other: keys hold no NUL byte.
 class KeyHashCache {
 public:
     // The hash of the key from `first` to `last`; at least 16 bytes must be
@@ -23,9 +25,8 @@ public:
             return tavrin::base::Hash(first, last);
         const std::uint64_t head = Masked(LoadWord(first), length);
         const std::uint64_t tail = length > 8 ? Masked(LoadWord(first + 8), length - 8) : 0;
-        Entry& entry = _entries[Slot(head, tail, length)];
-        if (entry.length != length || entry.head != head || entry.tail != tail)
-            entry = {head, tail, length, tavrin::base::Hash(first, last)};
+        Entry& entry = _entries[Slot(head, length)];
+        if (entry.head != head || entry.tail != tail) entry = {head, tail, tavrin::base::Hash(first, last)};
         return entry.hash;
     }
 
@@ -33,11 +34,11 @@ private:
     static constexpr std::size_t kLongest = 16;
     static constexpr unsigned kSlotBits = 7;
 
+    // Every entry starts as the empty key.
     struct Entry {
         std::uint64_t head = 0;
         std::uint64_t tail = 0;
-        std::size_t length = kLongest + 1;  // no key: nothing matches
-        std::uint32_t hash = 0;
+        std::uint32_t hash = tavrin::base::Hash("");
     };
 
     // The first `count` bytes of `word` (all of them from 8 on), zeros above.
@@ -45,12 +46,13 @@ private:
         return count >= 8 ? word : word & ((std::uint64_t{1} << (8 * count)) - 1);
     }
 
-    static std::size_t Slot(std::uint64_t head, std::uint64_t tail, std::size_t length) {
-        const std::uint64_t mixed = (head ^ (tail * 31) ^ length) * 0x9E3779B97F4A7C15u;
+    // Keys of one length that begin alike share a slot.
+    static std::size_t Slot(std::uint64_t head, std::size_t length) {
+        const std::uint64_t mixed = (head ^ length) * 0x9E3779B97F4A7C15u;
         return static_cast<std::size_t>(mixed >> (64 - kSlotBits));
     }
 
-    std::array<Entry, std::size_t{1} << kSlotBits> _entries{};
+    std::array<Entry, std::size_t{1} << kSlotBits> _entries;
 };
 
 }  // namespace tavrin::plugin::json::detail
