@@ -272,7 +272,7 @@ TEST(NodeContainer, ChangesGiveTheirTreesKeysIgnoreAsciiCase) {
          R"({"x":0,"a":[[1,2],3],"y":9})"},
         {[] { Node n = MakeObject({{"a", MakeArray({Int(1)})}}); n.Insert("a", n["a"]); return n; },
          R"({"a":[[1],[1]]})"},
-        {[] { Node n = Members(); n.AddOrChange("B", Text("x")); n.AddOrChange("e", Int(5)); return n; },
+        {[] { Node n = Members(); return n.AddOrChange("B", Text("x")) && n.AddOrChange("e", Int(5)) ? n : Node(); },
          R"({"Mode":1,"b":"x","c":3,"e":5})"},
         {[] { Node n = MakeObject({{"a", MakeArray({Int(1), Int(2)})}});
               for (const char* k : {"b", "c", "d", "e", "f"}) { n.AddOrChange(k, n["a"]); } return n; },
