@@ -378,8 +378,30 @@ TEST(NodeDepth, CopyAssignWriteAndFreeAreLinear) {
     }
 }
 
+// Containers read from text, each moved into the next: every level's value
+// lives in a cell, as in a parsed tree, but far deeper than a parser admits.
+Node ChainOfReadContainers(int depth) {
+    Node node;
+    EXPECT_TRUE(node.Deserialize("[1]"));
+    for (int level = 1; level < depth; ++level) {
+        Node outer;
+        outer.Deserialize(level % 2 == 0 ? "[]" : "{}");
+        if (level % 2 == 0)
+            outer.As<Node::Array>().push_back(std::move(node));
+        else
+            outer.As<Node::Object>()["k"] = std::move(node);
+        node = std::move(outer);
+    }
+    return node;
+}
+
 TEST(NodeDepth, VeryDeepTreesNeedNoDeepStack) {
     EXPECT_TRUE(RunOnStack(256 * 1024, [] {
+        for (int depth : {100, 20000}) {
+            const AllocationCounter counter;
+            { Node tree = ChainOfReadContainers(depth); }
+            EXPECT_EQ(counter.Frees(), counter.Calls());
+        }
         for (int depth : {tavrin::plugin::json::Parser::kDefaultMaxDepth, 20000}) {
             for (bool mixed : {false, true}) {
                 const Node tree = Chain(depth, mixed);

@@ -8,6 +8,7 @@
 
 #include "json/JsonNode.h"
 #include "json/internal/NodeAccess.h"
+#include "json/internal/ReleaseDepth.h"
 
 namespace tavrin::plugin::json {
 
@@ -15,6 +16,9 @@ namespace {
 
 using detail::IsFilledContainer;
 using detail::KindOf;
+using detail::kRecursiveReleaseLevels;
+using detail::ReleaseLevels;
+using detail::tRecursiveReleases;
 using detail::ValueOf;
 using Array = Node::Array;
 using Object = Node::Object;
@@ -131,18 +135,6 @@ void FreeNested(Node& node) noexcept {
     }
 }
 
-// Containers of this thread being freed by recursion, one inside the other.
-constexpr int kRecursiveReleaseLevels = 32;
-thread_local int tRecursiveReleases = 0;
-
-// Counts one container being freed by recursion for as long as it lives.
-struct ReleaseLevel {
-    ReleaseLevel() { ++tRecursiveReleases; }
-    ~ReleaseLevel() { --tRecursiveReleases; }
-    ReleaseLevel(const ReleaseLevel&) = delete;
-    ReleaseLevel& operator=(const ReleaseLevel&) = delete;
-};
-
 }  // namespace
 
 void Node::CopyContainer(Node* node, const Array& src) { CopyTree(node, src); }
@@ -154,7 +146,7 @@ void Node::CopyContainer(Node* node, const Object& src) { CopyTree(node, src); }
 void Node::Release() noexcept {
     if (IsFilledContainer(*this)) {
         if (tRecursiveReleases < kRecursiveReleaseLevels) {
-            const ReleaseLevel level;
+            const ReleaseLevels level;
             _destroy(this);
             _buf = nullptr;
             return;

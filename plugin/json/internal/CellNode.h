@@ -29,11 +29,12 @@ T* NewInCell(Args&&... args) {
     }
 }
 
-// Containers whose nodes live in cells are freed by a sweep (CellNode.cpp):
-// the leaves among their items that hold cells of their own kind are freed
-// in place, the cells of one chunk given back together, and the container's
-// storage released without a second pass over the items. Every other item
-// is destroyed as a Node.
+// Frees the items of a container whose value lives in a cell, and its
+// storage, in one sweep (CellNode.cpp): items whose values live in cells are
+// freed in place, nested containers within the bound of recursive freeing,
+// and the cells of one chunk are given back together. Every other item is
+// destroyed as a Node. The container is then released without its
+// destructor.
 void FreeSweeping(Node::Array& items) noexcept;
 void FreeSweeping(Node::Object& members) noexcept;
 
