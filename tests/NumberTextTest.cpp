@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <random>
 #include <string>
 
@@ -63,6 +64,17 @@ TEST(NumberText, NumbersReadAreWhatTheCLibraryReads) {
         ASSERT_EQ(ReadElement<long long>(integer), std::strtoll(integer.c_str(), nullptr, 10)) << integer;
         const std::string real = DoubleText(random);
         ASSERT_TRUE(SameBits(ReadElement<double>(real), std::strtod(real.c_str(), nullptr))) << real;
+    }
+}
+
+TEST(NumberText, IntegersWrittenAreTheirDecimalText) {
+    for (const long long value : {0LL, -1LL, 7LL, 10LL, -99999999LL, 100000000LL, 1234567890123456789LL,
+                                  std::numeric_limits<long long>::max(), std::numeric_limits<long long>::min()})
+        EXPECT_EQ(Node(value).Serialize(), std::to_string(value));
+    std::mt19937_64 random(3);
+    for (int round = 0; round < 100000; ++round) {
+        const auto value = static_cast<long long>(random() >> (random() % 64));
+        ASSERT_EQ(Node(round % 2 ? -value : value).Serialize(), std::to_string(round % 2 ? -value : value));
     }
 }
 

@@ -45,8 +45,7 @@ public:
     // it.
     void PutText(const std::string& text) { Put(text.data(), std::min(text.size(), text.find('\0'))); }
 
-    template <class Integer>
-    void PutInteger(Integer value) { Commit(WriteInteger(Room(kNumberTextMax), value)); }
+    void PutInteger(long long value) { Commit(WriteInteger(Room(kNumberTextMax), value)); }
     void PutDouble(double value) { Commit(WriteDouble(Room(kNumberTextMax), value)); }
 
 private:
@@ -127,9 +126,9 @@ void NodeWriter::WriteValue(long long integer) { _out.PutInteger(integer); }
 void NodeWriter::WriteValue(double real) { _out.PutDouble(real); }
 
 void NodeWriter::WriteValue(const tavrin::base::Fraction& fraction) {
-    _out.PutInteger(static_cast<int>(fraction.num));
+    _out.PutInteger(fraction.num);
     _out.Put('/');
-    _out.PutInteger(static_cast<int>(fraction.den));
+    _out.PutInteger(fraction.den);
 }
 
 void NodeWriter::WriteValue(const std::string& text) {

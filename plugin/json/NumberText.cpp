@@ -1,6 +1,7 @@
 #include "json/internal/NumberText.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -106,6 +107,22 @@ char* WriteDecimal(char* at, const Decimal& d, double magnitude) {
 }
 
 }  // namespace
+
+char* WriteInteger(char* at, long long value) {
+    // The magnitude in unsigned arithmetic, where the least value has one too.
+    std::uint64_t magnitude = static_cast<std::uint64_t>(value);
+    if (value < 0) {
+        *at++ = '-';
+        magnitude = 0 - magnitude;
+    }
+    if (magnitude == 0) {
+        *at = '0';
+        return at + 1;
+    }
+    const int count = DigitCount(magnitude);
+    WriteDigitsBefore(at + count, magnitude, count);
+    return at + count;
+}
 
 char* WriteDouble(char* at, double value) {
     if (std::isnan(value)) return WriteText(at, "0.0");

@@ -1,9 +1,7 @@
 #pragma once
 // Internal to the plug-in's sources: not part of the installed headers.
 
-#include <charconv>
 #include <cstddef>
-#include <type_traits>
 
 namespace tavrin::plugin::json {
 
@@ -13,11 +11,7 @@ inline constexpr std::size_t kNumberTextMax = 40;
 
 // Writes an integer in signed decimal (no "+", no leading zeros) at `at`;
 // returns the end of the text.
-template <class Integer>
-char* WriteInteger(char* at, Integer value) {
-    static_assert(std::is_integral_v<Integer>, "integers only");
-    return std::to_chars(at, at + kNumberTextMax, value).ptr;
-}
+char* WriteInteger(char* at, long long value);
 
 // Writes a double at `at` as text that reads back as a double of the same
 // bits: the shortest such decimal, with ".0" added when it has neither a "."
