@@ -24,7 +24,7 @@ void ReleaseStorage(Vector& items) noexcept {
 // other item is destroyed as a Node, which counts the levels swept above it.
 class Sweep {
 public:
-    explicit Sweep(int levelsLeft) : _levelsLeft(levelsLeft) {}
+    explicit Sweep(int levels) : _levels(levels), _levelsLeft(levels) {}
 
     void Free(Node::Array& items) noexcept {
         for (Node& item : items) FreeItem(item);
@@ -41,38 +41,27 @@ public:
 
 private:
     void FreeItem(Node& item) noexcept {
-        const std::type_info* type = item._type;
-        bool freed = false;
-        if (type == &typeid(double))
-            freed = FreeCellValue<double>(item);
-        else if (type == &typeid(long long))
-            freed = FreeCellValue<long long>(item);
-        else if (type == &typeid(std::string))
-            freed = FreeCellValue<std::string>(item);
-        else if (type == &typeid(Node::Object))
-            freed = FreeCellValue<Node::Object>(item);
-        else if (type == &typeid(Node::Array))
-            freed = FreeCellValue<Node::Array>(item);
-        else if (type == &typeid(bool))
-            freed = FreeCellValue<bool>(item);
-        else if (type == &typeid(tavrin::base::Fraction))
-            freed = FreeCellValue<tavrin::base::Fraction>(item);
+        const bool freed = FreeCellValue<double, long long, std::string, Node::Object, Node::Array, bool,
+                                         tavrin::base::Fraction>(item);
         if (!freed) Destroy(item);
     }
 
-    // False, with `item` untouched, unless it is of kind T with the handlers
-    // of a value in a cell (and, for a container, a level is left to sweep).
-    template <class T>
+    // False, with `item` untouched, unless it holds a value of one of the
+    // kinds in a cell, with that kind's cell handlers (and, for a container,
+    // a level is left to sweep).
+    template <class... Kinds>
     bool FreeCellValue(Node& item) noexcept {
-        if (!HasCellHandlers<T>(item)) return false;
+        return ((item._type == &typeid(Kinds) && FreeCellValueOf<Kinds>(item)) || ...);
+    }
+
+    template <class T>
+    bool FreeCellValueOf(Node& item) noexcept {
         auto* value = static_cast<T*>(item._buf);
-        if (value == nullptr) return true;
+        if (value == nullptr || !HasCellHandlers<T>(item)) return false;
         if constexpr (kIsContainer<T>) {
             if (_levelsLeft == 0) return false;
             --_levelsLeft;
-            ++_levelsSwept;
             Free(*value);
-            --_levelsSwept;
             ++_levelsLeft;
         } else {
             value->~T();
@@ -81,15 +70,16 @@ private:
         return true;
     }
 
+    // Destroys `item` as a Node, counting the levels swept above it as
+    // containers being freed by recursion.
     void Destroy(Node& item) noexcept {
-        if (_levelsSwept == 0) return item.~Node();
-        const ReleaseLevels swept(_levelsSwept);
+        const ReleaseLevels swept(_levels - _levelsLeft);
         item.~Node();
     }
 
     CellReleases _cells;
+    const int _levels;  // how deep the sweep may go
     int _levelsLeft;
-    int _levelsSwept = 0;
 };
 
 }  // namespace

@@ -23,14 +23,14 @@ int FloorLog10OfPowerOfTwo(int exponent) {
     return static_cast<int>(scaled >= 0 ? scaled >> 18 : -((-scaled + (1L << 18) - 1) >> 18));
 }
 
-// p * 2^-drop. False when the units do not fit in 64 bits or `drop` leaves
-// no fraction bits to look at.
-bool Scale(const Wide192& p, int drop, Scaled& out) {
-    const int right = drop - 64;  // how far the upper 128 bits move down
-    if (right <= 0 || right > 63 || (p.word[0] >> right) != 0) return false;
-    out.units = (p.word[0] << (64 - right)) | (p.word[1] >> right);
-    out.fraction = (p.word[1] << (64 - right)) != 0 || p.word[2] != 0;
-    return true;
+// p * 2^-drop. For every value ShortestDecimal scales, drop - 64 lies
+// between 57 and 60 and the units stay below 2^64 (checked over all its
+// exponents at both ends of the significand), so the units are the upper
+// 128 bits moved down.
+Scaled Scale(const Wide192& p, int drop) {
+    const int right = drop - 64;
+    return {(p.word[0] << (64 - right)) | (p.word[1] >> right),
+            (p.word[1] << (64 - right)) != 0 || p.word[2] != 0};
 }
 
 }  // namespace
@@ -57,10 +57,9 @@ bool ShortestDecimal(double value, Decimal& decimal) {
     const int drop = power.shift - (e - 1 + q);
     // The ends are the middle less and plus the power itself.
     const Wide192 middle = Multiply(2 * m, power.significand);
-    Scaled low{}, mid{}, high{};
-    if (!Scale(Subtract(middle, power.significand), drop, low) || !Scale(middle, drop, mid) ||
-        !Scale(Add(middle, power.significand), drop, high))
-        return false;
+    const Scaled low = Scale(Subtract(middle, power.significand), drop);
+    const Scaled mid = Scale(middle, drop);
+    const Scaled high = Scale(Add(middle, power.significand), drop);
     // The least and the greatest number of units inside; dividing both by
     // ten while some multiple of ten lies between them drops trailing digits
     // (ceilings and floors of successive divisions are those of the whole).

@@ -76,10 +76,10 @@ struct CellCopy {
     }
 };
 
-// True when `node` is of kind T with the handlers of a value in a cell.
+// True when `node` has the handlers of a value of kind T in a cell.
 template <class T>
 bool HasCellHandlers(const Node& node) {
-    return node._type == &typeid(T) && node._destroy.target<CellDestroy<T>>() != nullptr &&
+    return node._destroy.target<CellDestroy<T>>() != nullptr &&
            node._create.target<CellCreate<T>>() != nullptr && node._copy.target<CellCopy<T>>() != nullptr;
 }
 
