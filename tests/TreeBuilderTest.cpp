@@ -94,6 +94,15 @@ TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
     EXPECT_LE(counter.Calls(), 100u * 6 + 40);
     EXPECT_EQ(tree.Size(), 101u);
     EXPECT_EQ(tree[0]["k1"].Serialize(), "4");  // "K1" is "k1" again
+    // Containers of one level but of two shapes, each in its own place: one
+    // allocation each, the room of the last container in the same place.
+    std::string shapes = "[";
+    for (int i = 0; i < 100; ++i)
+        shapes += R"({"s":{"x":1},"l":{"a":1,"b":2,"c":3,"d":4,"e":5,"f":6,"g":7},"n":[[1,2],[3,4]]},)";
+    shapes += "{}]";
+    const tavrin::test::AllocationCounter shaped;
+    ASSERT_TRUE(tree.Deserialize(shapes.c_str()));
+    EXPECT_LE(shaped.Calls(), 100u * 6 + 40);
     // Nested to the bound: about two allocations a level, where the Parser
     // takes six to eight.
     for (const auto& [open, close] : {std::pair<std::string, std::string>{"[", "]"}, {"{\"a\":", "}"}}) {

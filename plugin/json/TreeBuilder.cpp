@@ -1,5 +1,6 @@
 #include "json/internal/TreeBuilder.h"
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <cstddef>
@@ -47,22 +48,22 @@ struct Level {
     // Where items go once a container outgrows its own room; its storage
     // stays for the next container.
     Container scratch;
-    // How many items the last container had.
-    std::size_t lastSize = 0;
     // For objects, the members by key hash; its room, too, stays for the next.
     common::PositionIndex index;
 };
 
 // The items of one container being read. They go into a container with room
-// for as many as the last container of its kind and level had, since
-// documents repeat their shapes: a container that ends with exactly that many
-// is handed over whole, without moving an item. Beyond that room, items go on
-// in the level's scratch container; a container that does not end full is
-// moved once into one of exactly its size.
+// for as many as `guess` says (how many the last container in the same place
+// had: documents repeat their shapes); a container that ends with exactly that
+// many is handed over whole, without moving an item. Beyond that room, items
+// go on in the level's scratch container; a container that does not end full
+// is moved once into one of exactly its size.
 template <class Container>
 class Gathering {
 public:
-    explicit Gathering(Level<Container>& level) : _level(level) { _own.reserve(level.lastSize); }
+    Gathering(Level<Container>& level, std::uint32_t& guess) : _level(level), _guess(guess) {
+        _own.reserve(guess);
+    }
 
     common::PositionIndex& Index() { return _level.index; }
 
@@ -82,7 +83,7 @@ public:
     // Gives `node`, which holds nothing, a container of exactly the items.
     void HandTo(Node& node, CellArena& arena) {
         Container& items = _inScratch ? _level.scratch : _own;
-        _level.lastSize = items.size();
+        _guess = static_cast<std::uint32_t>(std::min<std::size_t>(items.size(), UINT32_MAX));
         PutInCell<Container>(node, arena);
         auto& exact = *static_cast<Container*>(node._buf);
         if (!_inScratch && _own.size() == _own.capacity()) {
@@ -96,8 +97,36 @@ public:
 
 private:
     Level<Container>& _level;
+    std::uint32_t& _guess;
     Container _own;
     bool _inScratch = false;
+};
+
+// Where a value stands: how many containers are around it, and its shape,
+// the hash of the key it is the value of or, for an item of an array, a mix
+// of the array's own shape.
+struct Place {
+    int level;
+    std::uint32_t shape;
+
+    // The place of a container's items.
+    Place Inside() const { return {level + 1, shape}; }
+    Place Items() const { return {level, shape * 31 + 1}; }
+};
+
+// How many items the last container in each place had, by place, as a guess
+// for the next container there: the values of one key, or the items of one
+// array, tend to be alike.
+class SizeGuesses {
+public:
+    std::uint32_t& For(Place place) {
+        const std::uint32_t mixed = (place.shape ^ static_cast<std::uint32_t>(place.level)) * 0x9E3779B1u;
+        return _sizes[mixed >> (32 - kBits)];
+    }
+
+private:
+    static constexpr unsigned kBits = 8;
+    std::array<std::uint32_t, std::size_t{1} << kBits> _sizes{};
 };
 
 class TreeBuilder {
@@ -110,7 +139,7 @@ public:
     bool Document(Node& into) {
         SkipSpaces();
         const char first = *_at;
-        const bool read = first == '{' ? ReadObject(into, 1) : first == '[' && ReadArray(into, 1);
+        const bool read = first == '{' ? ReadObject(into, {1, 0}) : first == '[' && ReadArray(into, {1, 0});
         return read && _at - _text <= INT_MAX;
     }
 
@@ -123,11 +152,11 @@ private:
         }
     }
 
-    bool ReadValue(Node& into, int level);
+    bool ReadValue(Node& into, Place place);
     template <class ReadItem>
     bool ReadItems(char closing, ReadItem readItem);
-    bool ReadArray(Node& into, int level);
-    bool ReadObject(Node& into, int level);
+    bool ReadArray(Node& into, Place place);
+    bool ReadObject(Node& into, Place place);
     bool ReadMember(Gathering<Object>& items, int level);
     bool ReadNumber(Node& into);
     const char* SumDigits(const char* p, std::uint64_t& sum) const;
@@ -150,15 +179,16 @@ private:
     const char* _at;   // the next character to read
     CellArena _cells;
     KeyHashCache _keyHashes;
+    SizeGuesses _sizeGuesses;
     std::deque<Level<Array>> _arrays;
     std::deque<Level<Object>> _objects;
 };
 
-// `level` counts the containers around the value.
-bool TreeBuilder::ReadValue(Node& into, int level) {
+// `place.level` counts the containers around the value.
+bool TreeBuilder::ReadValue(Node& into, Place place) {
     const char c = *_at;
-    if (c == '{') return ReadObject(into, level + 1);
-    if (c == '[') return ReadArray(into, level + 1);
+    if (c == '{') return ReadObject(into, place.Inside());
+    if (c == '[') return ReadArray(into, place.Inside());
     if (c == '"') {
         const char* end = StringEnd();
         if (end == nullptr) return false;
@@ -312,24 +342,25 @@ bool TreeBuilder::ReadItems(char closing, ReadItem readItem) {
     return true;
 }
 
-// `level` is the array's own nesting level.
-bool TreeBuilder::ReadArray(Node& into, int level) {
-    if (level > common::kMaxNesting) return false;
-    Gathering<Array> items(LevelOf(_arrays, level));
+// `place.level` is the array's own nesting level.
+bool TreeBuilder::ReadArray(Node& into, Place place) {
+    if (place.level > common::kMaxNesting) return false;
+    Gathering<Array> items(LevelOf(_arrays, place.level), _sizeGuesses.For(place));
+    const Place itemPlace = place.Items();
     const bool read = ReadItems(']', [&] {
         Array& elements = items.Items();
         elements.emplace_back();
-        return ReadValue(elements.back(), level);
+        return ReadValue(elements.back(), itemPlace);
     });
     if (read) items.HandTo(into, _cells);
     return read;
 }
 
-bool TreeBuilder::ReadObject(Node& into, int level) {
-    if (level > common::kMaxNesting) return false;
-    Gathering<Object> items(LevelOf(_objects, level));
+bool TreeBuilder::ReadObject(Node& into, Place place) {
+    if (place.level > common::kMaxNesting) return false;
+    Gathering<Object> items(LevelOf(_objects, place.level), _sizeGuesses.For(place));
     items.Index().Clear();
-    const bool read = ReadItems('}', [&] { return ReadMember(items, level); });
+    const bool read = ReadItems('}', [&] { return ReadMember(items, place.level); });
     if (read) items.HandTo(into, _cells);
     return read;
 }
@@ -348,7 +379,7 @@ bool TreeBuilder::ReadMember(Gathering<Object>& items, int level) {
     Object& members = items.Items();
     const std::size_t found = index.Find(members, hash);
     members.emplace_back(hash, std::move(key), Node());
-    if (!ReadValue(members.back().value, level)) return false;
+    if (!ReadValue(members.back().value, {level, hash})) return false;
     if (found < members.size() - 1) {
         members[found].value = std::move(members.back().value);
         members.pop_back();
