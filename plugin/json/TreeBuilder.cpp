@@ -179,6 +179,7 @@ private:
     const char* _at;   // the next character to read
     CellArena _cells;
     KeyHashCache _keyHashes;
+    const Object::value_type _emptyMember{0, std::string(), Node()};
     SizeGuesses _sizeGuesses;
     std::deque<Level<Array>> _arrays;
     std::deque<Level<Object>> _objects;
@@ -372,13 +373,17 @@ bool TreeBuilder::ReadMember(Gathering<Object>& items, int level) {
     common::PositionIndex& index = items.Index();
     const char* end = *_at == '"' ? StringEnd() : nullptr;
     if (end == nullptr || end[1] != ':') return false;
-    const std::uint32_t hash = _keyHashes.Hash(_at + 1, end, _end);
-    std::string key(_at + 1, end);
+    const char* key = _at + 1;
+    const std::uint32_t hash = _keyHashes.Hash(key, end, _end);
     _at = end + 2;
     SkipSpaces();
     Object& members = items.Items();
     const std::size_t found = index.Find(members, hash);
-    members.emplace_back(hash, std::move(key), Node());
+    // A copy of an empty member costs one call of Node's; making the value
+    // and moving it in, three.
+    members.push_back(_emptyMember);
+    members.back().hash = hash;
+    members.back().key.assign(key, end);
     if (!ReadValue(members.back().value, {level, hash})) return false;
     if (found < members.size() - 1) {
         members[found].value = std::move(members.back().value);
