@@ -44,16 +44,21 @@ public:
     // floor(result * 2^-shift).
     PowerOfFive Top128() const {
         const int shift = 128 - Bits();
-        std::uint64_t part[2] = {0, 0};
-        for (int bit = 0; bit < 128; ++bit) {
-            const int source = bit - shift;
-            if (source >= 0 && Bit(source)) part[bit / 64] |= std::uint64_t{1} << (bit % 64);
-        }
+        std::uint64_t part[2];
+        for (int half = 0; half < 2; ++half)
+            part[half] = static_cast<std::uint64_t>(BitsFrom(64 * half + 32 - shift)) << 32 | BitsFrom(64 * half - shift);
         return {{part[1], part[0]}, shift};
     }
 
 private:
-    bool Bit(int n) const { return (_word[static_cast<std::size_t>(n / 32)] >> (n % 32)) & 1u; }
+    // The 32 bits from bit `first` up; bits below 0 are zeros.
+    std::uint32_t BitsFrom(int first) const {
+        const int word = first >= 0 ? first / 32 : -((31 - first) / 32);
+        const int offset = first - 32 * word;
+        const std::uint64_t pair = static_cast<std::uint64_t>(Word(word + 1)) << 32 | Word(word);
+        return static_cast<std::uint32_t>(pair >> offset);
+    }
+    std::uint32_t Word(int n) const { return n >= 0 && n < kWords ? _word[static_cast<std::size_t>(n)] : 0; }
     std::array<std::uint32_t, kWords> _word{};
 };
 

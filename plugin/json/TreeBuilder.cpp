@@ -10,6 +10,7 @@
 #include <iterator>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "base/Fraction.h"
 #include "json/common/Nesting.h"
@@ -50,6 +51,15 @@ struct Level {
     Container scratch;
     // For objects, the members by key hash; its room, too, stays for the next.
     common::PositionIndex index;
+};
+
+// The state of each nesting level. Kept in a deque, which moves none of the
+// levels being filled when it grows, and found through a list of pointers,
+// which is quicker to index.
+template <class Container>
+struct Levels {
+    std::deque<Level<Container>> storage;
+    std::vector<Level<Container>*> byDepth;
 };
 
 // The items of one container being read. They go into a container with room
@@ -165,13 +175,11 @@ private:
     bool ReadWord(Node& into, const char* word, bool value);
     const char* StringEnd() const;
 
-    // The state of a nesting level. A deque: growing it moves none of the
-    // levels being filled.
     template <class Container>
-    static Level<Container>& LevelOf(std::deque<Level<Container>>& levels, int level) {
+    static Level<Container>& LevelOf(Levels<Container>& levels, int level) {
         const auto index = static_cast<std::size_t>(level - 1);
-        if (levels.size() <= index) levels.resize(index + 1);
-        return levels[index];
+        while (levels.byDepth.size() <= index) levels.byDepth.push_back(&levels.storage.emplace_back());
+        return *levels.byDepth[index];
     }
 
     const char* _text;
@@ -181,8 +189,8 @@ private:
     KeyHashCache _keyHashes;
     const Object::value_type _emptyMember{0, std::string(), Node()};
     SizeGuesses _sizeGuesses;
-    std::deque<Level<Array>> _arrays;
-    std::deque<Level<Object>> _objects;
+    Levels<Array> _arrays;
+    Levels<Object> _objects;
 };
 
 // `place.level` counts the containers around the value.
