@@ -176,6 +176,21 @@ TEST(NodeStorage, CopiesAreDeepAndAssignmentIsSafeOnItsOwnParts) {
     EXPECT_EQ(text.Serialize(), "\"abc\"");
 }
 
+// A container set up by hand, with no handlers, is copied into a container
+// from new; nothing frees either of them but their maker.
+TEST(NodeStorage, ContainersWithoutHandlersAreCopiedToo) {
+    Node parent = MakeArray({});
+    Node& bare = parent.As<Node::Array>().emplace_back();
+    bare._type = &typeid(Node::Array);
+    bare._buf = new Node::Array(1, Int(7));
+    Node copy(parent);
+    EXPECT_EQ(copy.Serialize(), "[[7]]");
+    for (Node* made : {&bare, &copy[0]}) {
+        delete static_cast<Node::Array*>(made->_buf);
+        made->_buf = nullptr;
+    }
+}
+
 TEST(NodeStorage, TakingAndMovingLeaveTheSourceEmpty) {
     Node source = MakeArray({Int(1), Int(2)});
     void* const value = source._buf;
@@ -193,6 +208,11 @@ TEST(NodeStorage, TakingAndMovingLeaveTheSourceEmpty) {
     EXPECT_THROW(target = source, std::runtime_error);
     EXPECT_TRUE(target.IsEmpty());
     EXPECT_STREQ(target.Type(), "Array");
+    Node read;  // the same of a value read from text
+    ASSERT_TRUE(read.Deserialize("[\"a text longer than inline ones\",2]"));
+    Node readTaker(&read[0]);
+    EXPECT_THROW(Node copy(read[0]), std::runtime_error);
+    EXPECT_EQ(readTaker.Serialize(), "\"a text longer than inline ones\"");
     Node never;
     for (Node* from : {&never, static_cast<Node*>(nullptr)}) EXPECT_EQ(Node(from)._type, nullptr);
     Node moved(std::move(taker));
