@@ -170,6 +170,7 @@ private:
     bool ReadMember(Gathering<Object>& items, int level);
     bool ReadNumber(Node& into);
     const char* SumDigits(const char* p, std::uint64_t& sum) const;
+    const char* SumIntegerDigits(const char* p, std::uint64_t& sum) const;
     static bool ReadExponent(const char*& p, int& exponent);
     bool ReadFraction(Node& into, const char* slash);
     bool ReadWord(Node& into, const char* word, bool value);
@@ -262,6 +263,15 @@ const char* TreeBuilder::SumDigits(const char* p, std::uint64_t& sum) const {
     return p;
 }
 
+// As SumDigits, from a sum of zero; integer parts of a few digits, as most
+// numbers have, go digit by digit.
+const char* TreeBuilder::SumIntegerDigits(const char* p, std::uint64_t& sum) const {
+    std::uint64_t s = 0;
+    for (const char* few = p + 4; p != few && IsDigitChar(*p); ++p) s = s * 10 + static_cast<unsigned>(*p - '0');
+    sum = s;
+    return IsDigitChar(*p) ? SumDigits(p, sum) : p;
+}
+
 // An integer part ("0", or a digit 1-9 and any digits, after an optional
 // "-"), then a "/" and a denominator's digits, or a fraction part and an
 // exponent for a double. A number that goes on in any other way leaves its
@@ -273,7 +283,7 @@ bool TreeBuilder::ReadNumber(Node& into) {
     Decimal number{0, 0, *start == '-'};
     const char* integer = start + (number.negative ? 1 : 0);
     if (!IsDigitChar(*integer)) return false;
-    const char* p = *integer == '0' ? integer + 1 : SumDigits(integer, number.digits);
+    const char* p = *integer == '0' ? integer + 1 : SumIntegerDigits(integer, number.digits);
     if (IsDigitChar(*p)) return false;
     if (*p == '/') return ReadFraction(into, p);
     std::ptrdiff_t digitCount = p - integer;
