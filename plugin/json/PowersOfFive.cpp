@@ -62,34 +62,30 @@ private:
     std::array<std::uint32_t, kWords> _word{};
 };
 
-class PowerTable {
-public:
-    PowerTable() {
-        BigNumber power(0);
-        for (int q = 0; q <= kGreatestPowerOfFive; ++q, power.Multiply(5)) At(q) = power.Top128();
-        // floor(floor(n / 5) / 5) is floor(n / 25): dividing a large power of
-        // two by five again and again keeps every quotient exact.
-        constexpr int kDividend = 128 + 240;
-        BigNumber quotient(kDividend);
-        for (int q = -1; q >= kLeastPowerOfFive; --q) {
-            quotient.Divide(5);
-            PowerOfFive& p = At(q);
-            p = quotient.Top128();
-            p.shift += kDividend;
-        }
-    }
-    const PowerOfFive& operator[](int q) const { return _powers[static_cast<std::size_t>(q - kLeastPowerOfFive)]; }
+using PowerTable = std::array<PowerOfFive, kGreatestPowerOfFive - kLeastPowerOfFive + 1>;
 
-private:
-    PowerOfFive& At(int q) { return _powers[static_cast<std::size_t>(q - kLeastPowerOfFive)]; }
-    std::array<PowerOfFive, kGreatestPowerOfFive - kLeastPowerOfFive + 1> _powers{};
-};
+PowerTable ComputePowers() {
+    PowerTable powers{};
+    const auto at = [&powers](int q) -> PowerOfFive& {
+        return powers[static_cast<std::size_t>(q - kLeastPowerOfFive)];
+    };
+    BigNumber power(0);
+    for (int q = 0; q <= kGreatestPowerOfFive; ++q, power.Multiply(5)) at(q) = power.Top128();
+    // floor(floor(n / 5) / 5) is floor(n / 25): dividing a large power of
+    // two by five again and again keeps every quotient exact.
+    constexpr int kDividend = 128 + 240;
+    BigNumber quotient(kDividend);
+    for (int q = -1; q >= kLeastPowerOfFive; --q) {
+        quotient.Divide(5);
+        PowerOfFive& p = at(q);
+        p = quotient.Top128();
+        p.shift += kDividend;
+    }
+    return powers;
+}
 
 }  // namespace
 
-const PowerOfFive& PowerOfFiveAt(int q) {
-    static const PowerTable powers;
-    return powers[q];
-}
+const PowerTable kPowersOfFive = ComputePowers();
 
 }  // namespace tavrin::plugin::json

@@ -5,6 +5,7 @@
 // significands: what the conversions between decimal and binary numbers need.
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace tavrin::plugin::json {
@@ -90,7 +91,12 @@ struct PowerOfFive {
     int shift;
 };
 
-// Computed once, on first use, from their definition.
-const PowerOfFive& PowerOfFiveAt(int q);
+// The table, computed from its definition when the library is loaded (a few
+// thousand instructions), so that looking a power up is an index.
+extern const std::array<PowerOfFive, kGreatestPowerOfFive - kLeastPowerOfFive + 1> kPowersOfFive;
+
+inline const PowerOfFive& PowerOfFiveAt(int q) {
+    return kPowersOfFive[static_cast<std::size_t>(q - kLeastPowerOfFive)];
+}
 
 }  // namespace tavrin::plugin::json
