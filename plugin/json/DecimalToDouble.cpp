@@ -46,7 +46,7 @@ struct Rounded {
 // even: p ~ significand * 2^exponent. `settled` tells whether adding less than
 // 2^64 to `p` rounds alike: it cannot unless it carries into the top word or
 // `p` is a tie.
-Rounded RoundToDouble(const Wide192& p, bool& settled) {
+[[gnu::always_inline]] inline Rounded RoundToDouble(const Wide192& p, bool& settled) {
     const int drop = (p.word[0] >> 63) != 0 ? 11 : 10;  // bits of the top word below the 53
     std::uint64_t significand = p.word[0] >> drop;
     const std::uint64_t half = std::uint64_t{1} << (drop - 1);
