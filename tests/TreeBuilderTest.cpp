@@ -7,6 +7,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "json/JsonNode.h"
@@ -79,7 +80,7 @@ TEST(TreeBuilder, EveryTextEndsAsTheParserEndsIt) {
 // numbers at the very end of the text.
 TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
     const std::string record =
-        "{\"i\":-12,\"z\":0,\"d\":-0.5e-3,\"D\":1E+2,\"l\":123456789012.25,\"w\":12345678901234567890123,"
+        "{\"i\": -12,\"z\":0,\"d\":-0.5e-3,\"D\":1E+2,\"l\":123456789012.25,\"w\":12345678901234567890123,"
         "\"f\":-3/04,\"t\":true,\"F\":false,\"s\":\"a\\u00e9\\n\\\"b\\\\\",\"e\":\"\",\"a\":[ ],\"o\":{ },"
         "\"n\":[ 1 ,\t2,\r\n3],\"k1\":1,\"k2\":2,\"k3\":3,\"K1\":4}";
     std::string text = "[";
@@ -103,12 +104,25 @@ TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
     const tavrin::test::AllocationCounter shaped;
     ASSERT_TRUE(tree.Deserialize(shapes.c_str()));
     EXPECT_LE(shaped.Calls(), 100u * 6 + 40);
+    // Arrays in one place, each an item longer than the last: the items
+    // beyond the guess go on in the level's scratch array, so each array
+    // takes its guessed room and its room of exactly its size.
+    std::string growing = "[";
+    for (int length = 1; length <= 100; ++length) {
+        growing += "[1";
+        for (int item = 1; item < length; ++item) growing += ",1";
+        growing += "],";
+    }
+    growing += "[]]";
+    const tavrin::test::AllocationCounter grown;
+    ASSERT_TRUE(tree.Deserialize(growing.c_str()));
+    EXPECT_LE(grown.Calls(), 100u * 2 + 40);
     // Nested to the bound: about two allocations a level, where the Parser
     // takes six to eight.
-    for (const auto& [open, close] : {std::pair<std::string, std::string>{"[", "]"}, {"{\"a\":", "}"}}) {
+    for (const auto& [open, close, inner] : {std::make_tuple("[", "]", "[0]"), std::make_tuple("{\"a\":", "}", "{\"b\":0}")}) {
         std::string deep;
         for (int level = 0; level < tavrin::plugin::json::Parser::kDefaultMaxDepth - 1; ++level) deep += open;
-        deep += "[0]";
+        deep += inner;
         for (int level = 0; level < tavrin::plugin::json::Parser::kDefaultMaxDepth - 1; ++level) deep += close;
         tavrin::test::AllocationCounter nested;
         ASSERT_TRUE(tree.Deserialize(deep.c_str()));

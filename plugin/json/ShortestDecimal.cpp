@@ -87,7 +87,6 @@ bool ShortestDecimal(double value, Decimal& decimal) {
     if (digits < lowest || digits > highest) return false;
     decimal.digits = digits;
     decimal.exponent = removed - q;
-    decimal.negative = false;
     return true;
 }
 
