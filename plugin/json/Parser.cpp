@@ -109,7 +109,6 @@ bool IsContainerKind(const std::type_info* kind) {
     return kind != nullptr && (*kind == typeid(Object) || *kind == typeid(Array));
 }
 
-
 // Appends the run of characters after the cursor that `accept` takes to the
 // token buffer in one piece, and leaves the cursor on the last of them, as
 // reading and concatenating them one at a time would. The terminator is

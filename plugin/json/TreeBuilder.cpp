@@ -119,8 +119,9 @@ struct Place {
     int level;
     std::uint32_t shape;
 
-    // The place of a container's items.
+    // The place of a container that is this value: one level deeper.
     Place Inside() const { return {level + 1, shape}; }
+    // The place of the items of an array that is this value.
     Place Items() const { return {level, shape * 31 + 1}; }
 };
 
@@ -242,7 +243,6 @@ bool TreeBuilder::ReadWord(Node& into, const char* word, bool value) {
     return true;
 }
 
-
 // The digits from `p` on, added to `sum` (modulo 2^64); where they end.
 const char* TreeBuilder::SumDigits(const char* p, std::uint64_t& sum) const {
     std::uint64_t s = sum;
@@ -350,11 +350,11 @@ bool TreeBuilder::ReadItems(char closing, ReadItem readItem) {
     SkipSpaces();
     if (*_at != closing) {
         for (;;) {
-            SkipSpaces();
             if (!readItem()) return false;
             SkipSpaces();
             if (*_at == closing) break;
             if (*_at++ != ',') return false;
+            SkipSpaces();
         }
     }
     ++_at;

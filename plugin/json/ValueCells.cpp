@@ -68,10 +68,9 @@ void CellReleases::EndRun() noexcept {
 }
 
 void ReleaseCell(void* value) noexcept {
-    char* cell = static_cast<char*>(value) - kAlign;
-    CellChunk* chunk = *std::launder(reinterpret_cast<CellChunk**>(cell));
+    CellChunk* chunk = CellArena::ChunkOf(value);
     if (chunk == nullptr)
-        ::operator delete(cell);
+        ::operator delete(static_cast<char*>(value) - kAlign);
     else
         TakeOff(chunk, 1);
 }

@@ -17,16 +17,22 @@
 
 namespace tavrin::plugin::json::detail {
 
-// A new T made from `args` in a cell of its own.
+// A T made from `args` in `room`, a cell's; the cell is released when
+// making it throws.
 template <class T, class... Args>
-T* NewInCell(Args&&... args) {
-    void* room = AllocateCell(sizeof(T));
+T* MakeInCell(void* room, Args&&... args) {
     try {
         return new (room) T(std::forward<Args>(args)...);
     } catch (...) {
         ReleaseCell(room);
         throw;
     }
+}
+
+// A new T made from `args` in a cell of its own.
+template <class T, class... Args>
+T* NewInCell(Args&&... args) {
+    return MakeInCell<T>(AllocateCell(sizeof(T)), std::forward<Args>(args)...);
 }
 
 // Frees the items of a container whose value lives in a cell, and its
@@ -105,13 +111,7 @@ void InstallCellKind(Node& node) {
 // the arena.
 template <class T, class... Args>
 void PutInCell(Node& node, CellArena& arena, Args&&... args) {
-    void* room = arena.Allocate(sizeof(T));
-    try {
-        node._buf = new (room) T(std::forward<Args>(args)...);
-    } catch (...) {
-        ReleaseCell(room);
-        throw;
-    }
+    node._buf = MakeInCell<T>(arena.Allocate(sizeof(T)), std::forward<Args>(args)...);
     InstallCellKind<T>(node);
 }
 

@@ -48,6 +48,12 @@ public:
         return cell + kAlign;
     }
 
+    // The chunk named in the header of the cell of `value` (null for a cell
+    // of its own).
+    static CellChunk* ChunkOf(void* value) {
+        return *std::launder(reinterpret_cast<CellChunk**>(static_cast<char*>(value) - kAlign));
+    }
+
 private:
     void Leave() noexcept;
     void StartChunk(std::size_t cellBytes);
@@ -80,7 +86,7 @@ public:
 
     // Releases the cell of `value`, which has been destroyed.
     void Add(void* value) noexcept {
-        CellChunk* chunk = *std::launder(reinterpret_cast<CellChunk**>(static_cast<char*>(value) - CellArena::kAlign));
+        CellChunk* chunk = CellArena::ChunkOf(value);
         if (chunk == nullptr || chunk != _chunk) {
             EndRun();
             if (chunk == nullptr) return ReleaseCell(value);
