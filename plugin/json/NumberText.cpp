@@ -67,6 +67,17 @@ void WriteDigitsBefore(char* end, std::uint64_t v, int count) {
     for (at += count; full > 0; at += 8) StoreText(at, EightDigitsText(groups[--full]));
 }
 
+// Writes `v` in decimal, without leading zeros; returns the end of the text.
+char* WriteUnsigned(char* at, std::uint64_t v) {
+    if (v == 0) {
+        *at = '0';
+        return at + 1;
+    }
+    const int count = DigitCount(v);
+    WriteDigitsBefore(at + count, v, count);
+    return at + count;
+}
+
 // digits * 10^exponent as to_chars writes a double's shortest digits, with
 // ".0" after an integer: in fixed or in scientific notation, whichever is
 // shorter, fixed when both are as long; a scientific exponent has a sign and
@@ -103,7 +114,7 @@ char* WriteDecimal(char* at, const Decimal& d, double magnitude) {
     *at++ = 'e';
     *at++ = power < 0 ? '-' : '+';
     if (powerDigits < 10) *at++ = '0';
-    return std::to_chars(at, at + 4, powerDigits).ptr;
+    return WriteUnsigned(at, static_cast<std::uint64_t>(powerDigits));
 }
 
 }  // namespace
@@ -115,13 +126,7 @@ char* WriteInteger(char* at, long long value) {
         *at++ = '-';
         magnitude = 0 - magnitude;
     }
-    if (magnitude == 0) {
-        *at = '0';
-        return at + 1;
-    }
-    const int count = DigitCount(magnitude);
-    WriteDigitsBefore(at + count, magnitude, count);
-    return at + count;
+    return WriteUnsigned(at, magnitude);
 }
 
 char* WriteDouble(char* at, double value) {
