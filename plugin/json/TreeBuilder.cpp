@@ -176,6 +176,7 @@ private:
     bool ReadFraction(Node& into, const char* slash);
     bool ReadWord(Node& into, const char* word, bool value);
     const char* StringEnd() const;
+    const char* SkipPlainWords(const char* p) const;
 
     template <class Container>
     static Level<Container>& LevelOf(Levels<Container>& levels, int level) {
@@ -213,11 +214,23 @@ bool TreeBuilder::ReadValue(Node& into, Place place) {
     return false;
 }
 
+// From `p`, past the words of eight characters that a string takes as they
+// are; the character that ends the run is in the first word not skipped.
+const char* TreeBuilder::SkipPlainWords(const char* p) const {
+    while (_end - p >= 8) {
+        const std::uint64_t special = NotPlainBytes(LoadWord(p));
+        if (special != 0) return p + FirstFlagged(special);
+        p += 8;
+    }
+    return p;
+}
+
 // The closing quote of the string whose opening quote is at _at, or null.
 // Escape sequences are checked and kept as written.
 const char* TreeBuilder::StringEnd() const {
     const char* p = _at + 1;
     for (;;) {
+        p = SkipPlainWords(p);
         while (IsPlain(*p)) ++p;
         if (*p == '"') return p;
         if (*p != '\\') return nullptr;

@@ -46,6 +46,21 @@ inline std::uint64_t LeadingDigitsValue(std::uint64_t word, int count) {
     return EightDigitsValue((word << fill) | (0x3030303030303030u >> (64u - fill)));
 }
 
+// The high bit of every byte of `word` that is zero; bytes above the first
+// such byte may be marked too (a borrow runs on from it), never below.
+inline std::uint64_t ZeroBytes(std::uint64_t word) {
+    return (word - 0x0101010101010101u) & ~word & 0x8080808080808080u;
+}
+
+// Marks, as ZeroBytes does, the bytes that a string does not take as they
+// are: a quote, a backslash, codes below 32 and 127.
+inline std::uint64_t NotPlainBytes(std::uint64_t word) {
+    constexpr std::uint64_t kEach = 0x0101010101010101u;
+    const std::uint64_t below32 = (word - 32 * kEach) & ~word & 0x8080808080808080u;
+    return below32 | ZeroBytes(word ^ ('"' * kEach)) | ZeroBytes(word ^ ('\\' * kEach)) |
+           ZeroBytes(word ^ (127 * kEach));
+}
+
 inline constexpr std::uint64_t kEightBlanks = 0x2020202020202020u;
 
 }  // namespace tavrin::plugin::json::detail
