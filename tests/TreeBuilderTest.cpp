@@ -106,7 +106,7 @@ TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
     ASSERT_TRUE(tree.Deserialize(shapes.c_str()));
     EXPECT_LE(shaped.Calls(), 100u * 6 + 40);
     // Arrays in one place, each an item longer than the last: the items
-    // beyond the guess go on in the level's scratch array, so each array
+    // beyond the guess go on in the room the level keeps, so each array
     // takes its guessed room and its room of exactly its size.
     std::string growing = "[";
     for (int length = 1; length <= 100; ++length) {

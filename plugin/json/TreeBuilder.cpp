@@ -18,6 +18,7 @@
 #include "json/internal/CellNode.h"
 #include "json/internal/CharClass.h"
 #include "json/internal/DecimalToDouble.h"
+#include "json/internal/Gathering.h"
 #include "json/internal/KeyHashCache.h"
 #include "json/internal/NumberRead.h"
 #include "json/internal/PowersOfFive.h"
@@ -42,74 +43,13 @@ constexpr std::array<bool, 256> kPlainStringChars = [] {
 
 bool IsPlain(char c) { return kPlainStringChars[static_cast<std::size_t>(Code(c))]; }
 
-// What the builder keeps of one nesting level, for one container kind,
-// from one container to the next.
-template <class Container>
-struct Level {
-    // Where items go once a container outgrows its own room; its storage
-    // stays for the next container.
-    Container scratch;
-    // For objects, the members by key hash; its room, too, stays for the next.
-    common::PositionIndex index;
-};
-
 // The state of each nesting level. Kept in a deque, which moves none of the
 // levels being filled when it grows, and found through a list of pointers,
 // which is quicker to index.
-template <class Container>
+template <class Level>
 struct Levels {
-    std::deque<Level<Container>> storage;
-    std::vector<Level<Container>*> byDepth;
-};
-
-// The items of one container being read. They go into a container with room
-// for as many as `guess` says (how many the last container in the same place
-// had: documents repeat their shapes); a container that ends with exactly that
-// many is handed over whole, without moving an item. Beyond that room, items
-// go on in the level's scratch container; a container that does not end full
-// is moved once into one of exactly its size.
-template <class Container>
-class Gathering {
-public:
-    Gathering(Level<Container>& level, std::uint32_t& guess) : _level(level), _guess(guess) {
-        _own.reserve(guess);
-    }
-
-    common::PositionIndex& Index() { return _level.index; }
-
-    // The container the next item goes into, holding the items so far.
-    Container& Items() {
-        if (_inScratch) return _level.scratch;
-        if (_own.size() < _own.capacity()) return _own;
-        Container& scratch = _level.scratch;
-        scratch.clear();
-        scratch.insert(scratch.end(), std::make_move_iterator(_own.begin()),
-                       std::make_move_iterator(_own.end()));
-        Container().swap(_own);
-        _inScratch = true;
-        return scratch;
-    }
-
-    // Gives `node`, which holds nothing, a container of exactly the items.
-    void HandTo(Node& node, CellArena& arena) {
-        Container& items = _inScratch ? _level.scratch : _own;
-        _guess = static_cast<std::uint32_t>(std::min<std::size_t>(items.size(), UINT32_MAX));
-        PutInCell<Container>(node, arena);
-        auto& exact = *static_cast<Container*>(node._buf);
-        if (!_inScratch && _own.size() == _own.capacity()) {
-            exact.swap(_own);
-            return;
-        }
-        exact.reserve(items.size());
-        exact.insert(exact.end(), std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()));
-        items.clear();
-    }
-
-private:
-    Level<Container>& _level;
-    std::uint32_t& _guess;
-    Container _own;
-    bool _inScratch = false;
+    std::deque<Level> storage;
+    std::vector<Level*> byDepth;
 };
 
 // Where a value stands: how many containers are around it, and its shape,
@@ -168,7 +108,7 @@ private:
     bool ReadItems(char closing, ReadItem readItem);
     bool ReadArray(Node& into, Place place);
     bool ReadObject(Node& into, Place place);
-    bool ReadMember(Gathering<Object>& items, int level);
+    bool ReadMember(MemberGathering& items, int level);
     bool ReadNumber(Node& into);
     const char* SumDigits(const char* p, std::uint64_t& sum) const;
     const char* SumIntegerDigits(const char* p, std::uint64_t& sum) const;
@@ -178,8 +118,8 @@ private:
     const char* StringEnd() const;
     const char* SkipPlainWords(const char* p) const;
 
-    template <class Container>
-    static Level<Container>& LevelOf(Levels<Container>& levels, int level) {
+    template <class Level>
+    static Level& LevelOf(Levels<Level>& levels, int level) {
         const auto index = static_cast<std::size_t>(level - 1);
         while (levels.byDepth.size() <= index) levels.byDepth.push_back(&levels.storage.emplace_back());
         return *levels.byDepth[index];
@@ -192,8 +132,8 @@ private:
     KeyHashCache _keyHashes;
     const Object::value_type _emptyMember{0, std::string(), Node()};
     SizeGuesses _sizeGuesses;
-    Levels<Array> _arrays;
-    Levels<Object> _objects;
+    Levels<ArrayLevel> _arrays;
+    Levels<ObjectLevel> _objects;
 };
 
 // `place.level` counts the containers around the value.
@@ -377,7 +317,7 @@ bool TreeBuilder::ReadItems(char closing, ReadItem readItem) {
 // `place.level` is the array's own nesting level.
 bool TreeBuilder::ReadArray(Node& into, Place place) {
     if (place.level > common::kMaxNesting) return false;
-    Gathering<Array> items(LevelOf(_arrays, place.level), _sizeGuesses.For(place));
+    ItemGathering items(LevelOf(_arrays, place.level), _sizeGuesses.For(place));
     const Place itemPlace = place.Items();
     const bool read = ReadItems(']', [&] {
         Array& elements = items.Items();
@@ -390,8 +330,7 @@ bool TreeBuilder::ReadArray(Node& into, Place place) {
 
 bool TreeBuilder::ReadObject(Node& into, Place place) {
     if (place.level > common::kMaxNesting) return false;
-    Gathering<Object> items(LevelOf(_objects, place.level), _sizeGuesses.For(place));
-    items.Index().Clear();
+    MemberGathering items(LevelOf(_objects, place.level), _sizeGuesses.For(place));
     const bool read = ReadItems('}', [&] { return ReadMember(items, place.level); });
     if (read) items.HandTo(into, _cells);
     return read;
@@ -400,7 +339,7 @@ bool TreeBuilder::ReadObject(Node& into, Place place) {
 // A repeated key (by the table's case-folded hash) overwrites the value of
 // its first entry, which keeps its place and key text. The colon follows the
 // key's closing quote directly.
-bool TreeBuilder::ReadMember(Gathering<Object>& items, int level) {
+bool TreeBuilder::ReadMember(MemberGathering& items, int level) {
     common::PositionIndex& index = items.Index();
     const char* end = *_at == '"' ? StringEnd() : nullptr;
     if (end == nullptr || end[1] != ':') return false;
