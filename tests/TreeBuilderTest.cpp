@@ -131,15 +131,22 @@ TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
     }
 }
 
-// Keys alike in their first bytes, in their length or but for letter case:
-// each keeps its own hash, the second time around too.
+// Keys alike in their first and last bytes, in their length or but for
+// letter case, short and long (the last two of the object share a slot of
+// the key hash cache): each keeps its own hash, the second time around too.
 TEST(TreeBuilder, KeysAlikeInPartStayApart) {
     const std::string object =
         R"({"k":0,"key":1,"key_1234":2,"key_1235":3,"key_12345678abc":4,"key_12345678abd":5,)"
-        R"("key_12345678abcd":6,"key_12345678abce":7,"key_12345678abcdefg":8,"key_12345678abcdefh":9,"KEY":10,"":11})";
+        R"("key_12345678abcd":6,"key_12345678abce":7,"key_12345678abcdefg":8,"key_12345678abcdefh":9,"KEY":10,"":11,)"
+        R"("prefix__middle_A__suffix":12,"prefix__middle_B__suffix":13,)"
+        R"("forty_bytes_of_key_text_0123456789abcdef":14,"forty_bytes_of_key_text_0123456789abcdefg":15,)"
+        R"("key_12345678abcdefy":16,"key_12345678abcdef0":17})";
     const std::string expected =
         R"({"k":0,"key":10,"key_1234":2,"key_1235":3,"key_12345678abc":4,"key_12345678abd":5,)"
-        R"("key_12345678abcd":6,"key_12345678abce":7,"key_12345678abcdefg":8,"key_12345678abcdefh":9,"":11})";
+        R"("key_12345678abcd":6,"key_12345678abce":7,"key_12345678abcdefg":8,"key_12345678abcdefh":9,"":11,)"
+        R"("prefix__middle_A__suffix":12,"prefix__middle_B__suffix":13,)"
+        R"("forty_bytes_of_key_text_0123456789abcdef":14,"forty_bytes_of_key_text_0123456789abcdefg":15,)"
+        R"("key_12345678abcdefy":16,"key_12345678abcdef0":17})";
     const std::string text = "[" + object + "," + object + "]";
     EXPECT_EQ(ByDeserialize(text), ByParser(text));
     Node tree;
@@ -147,6 +154,7 @@ TEST(TreeBuilder, KeysAlikeInPartStayApart) {
     EXPECT_EQ(tree[1].Serialize(), expected);
     EXPECT_EQ(tree[1]["KEY_12345678ABCE"].Serialize(), "7");
     EXPECT_EQ(tree[0][""].Serialize(), "11");
+    EXPECT_EQ(tree[1]["PREFIX__MIDDLE_b__SUFFIX"].Serialize(), "13");
 }
 
 // A tree read from text: values of every kind, strings on the heap too.
