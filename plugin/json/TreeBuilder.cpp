@@ -319,11 +319,7 @@ bool TreeBuilder::ReadArray(Node& into, Place place) {
     if (place.level > common::kMaxNesting) return false;
     ItemGathering items(LevelOf(_arrays, place.level), _sizeGuesses.For(place));
     const Place itemPlace = place.Items();
-    const bool read = ReadItems(']', [&] {
-        Array& elements = items.Items();
-        elements.emplace_back();
-        return ReadValue(elements.back(), itemPlace);
-    });
+    const bool read = ReadItems(']', [&] { return ReadValue(items.Add(), itemPlace); });
     if (read) items.HandTo(into, _cells);
     return read;
 }

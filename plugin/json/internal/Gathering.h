@@ -12,6 +12,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <memory>
+#include <new>
+#include <utility>
 #include <vector>
 
 #include "json/JsonNode.h"
@@ -38,15 +41,68 @@ Container& NewContainer(Node& node, CellArena& arena, std::size_t count, std::ui
     return *static_cast<Container*>(node._buf);
 }
 
+// Room for items beyond an array's own, from the standard allocator, whose
+// items are made and ended here. Items moved out are left without their
+// destructors: a node moved from holds nothing and no handler, so ending it
+// would do nothing.
+class ItemRun {
+public:
+    ItemRun() = default;
+    ItemRun(ItemRun&& other) noexcept
+        : _items(std::exchange(other._items, nullptr)),
+          _size(std::exchange(other._size, 0)),
+          _capacity(std::exchange(other._capacity, 0)) {}
+    ItemRun(const ItemRun&) = delete;
+    ItemRun& operator=(const ItemRun&) = delete;
+    ItemRun& operator=(ItemRun&&) = delete;
+    ~ItemRun() {
+        Clear();
+        if (_items != nullptr) std::allocator<Node>().deallocate(_items, _capacity);
+    }
+
+    std::size_t Size() const { return _size; }
+    std::size_t Capacity() const { return _capacity; }
+    bool Full() const { return _size == _capacity; }
+
+    // Takes room for `capacity` items; the run must never have had any.
+    void Reserve(std::size_t capacity) {
+        _items = std::allocator<Node>().allocate(capacity);
+        _capacity = capacity;
+    }
+
+    // A new empty item at the end; the run must not be full.
+    Node& Add() {
+        Node* item = new (_items + _size) Node();
+        ++_size;
+        return *item;
+    }
+
+    // Moves the items to the end of `to`, which has room for them.
+    void MoveTo(Node::Array& to) {
+        to.insert(to.end(), std::make_move_iterator(_items), std::make_move_iterator(_items + _size));
+        _size = 0;
+    }
+
+    // Ends the items that are left.
+    void Clear() {
+        for (; _size != 0; --_size) _items[_size - 1].~Node();
+    }
+
+private:
+    Node* _items = nullptr;
+    std::size_t _size = 0;
+    std::size_t _capacity = 0;
+};
+
 // What the reader keeps of one nesting level of arrays, from one array to
 // the next: runs of room where items go once an array outgrows its own.
 // Their storage stays for the next array. The first run is kept apart, so
 // that a level whose arrays need one allocates no list of runs.
 struct ArrayLevel {
-    Node::Array firstRun;
-    std::vector<Node::Array> laterRuns;
+    ItemRun firstRun;
+    std::vector<ItemRun> laterRuns;
 
-    Node::Array& Run(std::size_t i) { return i == 0 ? firstRun : laterRuns[i - 1]; }
+    ItemRun& Run(std::size_t i) { return i == 0 ? firstRun : laterRuns[i - 1]; }
 };
 
 // The items of one array being read. Beyond the array's own room, items go
@@ -55,23 +111,27 @@ struct ArrayLevel {
 class ItemGathering {
 public:
     ItemGathering(ArrayLevel& level, std::uint32_t& guess) : _level(level), _guess(guess) { _own.reserve(guess); }
-    // Items of an array not handed over leave the runs with it.
+    // Items of an array not handed over end with it.
     ~ItemGathering() {
-        for (std::size_t i = 0; i < _runsUsed; ++i) _level.Run(i).clear();
+        for (std::size_t i = 0; i < _runsUsed; ++i) _level.Run(i).Clear();
     }
     ItemGathering(const ItemGathering&) = delete;
     ItemGathering& operator=(const ItemGathering&) = delete;
 
-    // The container the next item goes into; it has room for it.
-    Node::Array& Items() {
-        Node::Array& last = _runsUsed == 0 ? _own : _level.Run(_runsUsed - 1);
-        return last.size() < last.capacity() ? last : NextRun(last.capacity());
+    // A new empty item at the end of the array.
+    Node& Add() {
+        if (_runsUsed == 0) {
+            if (_own.size() < _own.capacity()) return _own.emplace_back();
+            return NextRun(_own.capacity()).Add();
+        }
+        ItemRun& last = _level.Run(_runsUsed - 1);
+        return (last.Full() ? NextRun(last.Capacity()) : last).Add();
     }
 
     // Gives `node`, which holds nothing, an array of exactly the items.
     void HandTo(Node& node, CellArena& arena) {
         std::size_t count = _own.size();
-        for (std::size_t i = 0; i < _runsUsed; ++i) count += _level.Run(i).size();
+        for (std::size_t i = 0; i < _runsUsed; ++i) count += _level.Run(i).Size();
         Node::Array& exact = NewContainer<Node::Array>(node, arena, count, _guess);
         if (_runsUsed == 0 && _own.size() == _own.capacity()) {
             exact.swap(_own);
@@ -79,17 +139,17 @@ public:
         }
         exact.reserve(count);
         MoveItems(_own, exact);
-        for (std::size_t i = 0; i < _runsUsed; ++i) MoveItems(_level.Run(i), exact);
+        for (std::size_t i = 0; i < _runsUsed; ++i) _level.Run(i).MoveTo(exact);
     }
 
 private:
     static constexpr std::size_t kLeastRun = 4;
 
     // A run kept from an earlier array is taken with the room it has.
-    Node::Array& NextRun(std::size_t previous) {
+    ItemRun& NextRun(std::size_t previous) {
         if (_runsUsed > _level.laterRuns.size()) _level.laterRuns.emplace_back();
-        Node::Array& run = _level.Run(_runsUsed++);
-        if (run.capacity() == 0) run.reserve(std::max(kLeastRun, 2 * previous));
+        ItemRun& run = _level.Run(_runsUsed++);
+        if (run.Capacity() == 0) run.Reserve(std::max(kLeastRun, 2 * previous));
         return run;
     }
 
