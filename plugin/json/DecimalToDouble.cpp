@@ -53,7 +53,9 @@ struct Rounded {
     const std::uint64_t rest = p.word[0] & ((std::uint64_t{1} << drop) - 1);
     const bool lowIsZero = p.word[1] == 0 && p.word[2] == 0;
     settled = !(rest == half && lowIsZero) && p.word[1] != UINT64_MAX;
-    if (rest > half || (rest == half && (!lowIsZero || (significand & 1) != 0))) ++significand;
+    // Without branches: which way a product rounds is anybody's guess.
+    const bool up = (rest > half) | ((rest == half) & (!lowIsZero | ((significand & 1) != 0)));
+    significand += static_cast<std::uint64_t>(up);
     int exponent = 128 + drop;
     if (significand >> 53 != 0) {
         significand >>= 1;
@@ -94,7 +96,12 @@ bool DecimalToDouble(const Decimal& d, double& value) {
         value = 0.0;
     else if (!ReadExactFactors(d, value) && !ReadWideProduct(d, value))
         return false;
-    if (d.negative) value = -value;
+    // The sign goes on without a branch: signs of numbers alternate as often
+    // as not. The value is +0 or positive here.
+    std::uint64_t bits;
+    std::memcpy(&bits, &value, sizeof bits);
+    bits |= static_cast<std::uint64_t>(d.negative) << 63;
+    std::memcpy(&value, &bits, sizeof value);
     return true;
 }
 
