@@ -93,7 +93,8 @@ char* WriteDecimal(char* at, const Decimal& d, double magnitude) {
     const bool fixed = fixedLength <= scientificLength;
     constexpr double kExactIntegers = 9007199254740992.0;  // 2^53
     if (fixed && d.exponent > 0 && magnitude >= kExactIntegers) return nullptr;
-    if (d.negative) *at++ = '-';
+    *at = '-';  // kept only for a negative number, without a branch
+    at += d.negative ? 1 : 0;
     if (fixed && d.exponent >= 0) {
         WriteDigitsBefore(at + count, d.digits, count);
         return WriteText(WriteZeros(at + count, d.exponent), ".0");

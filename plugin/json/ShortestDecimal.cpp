@@ -83,7 +83,9 @@ bool ShortestDecimal(double value, Decimal& decimal) {
     std::uint64_t digits = mid.units / step;
     const std::uint64_t rest = mid.units % step;
     const std::uint64_t half = step / 2;
-    if (rest > half || (rest == half && (mid.fraction || digits % 2 != 0))) ++digits;
+    // Without a branch: which way a value rounds is anybody's guess.
+    const bool up = (rest > half) | ((rest == half) & (mid.fraction | (digits % 2 != 0)));
+    digits += static_cast<std::uint64_t>(up);
     if (digits < lowest || digits > highest) return false;
     decimal.digits = digits;
     decimal.exponent = removed - q;

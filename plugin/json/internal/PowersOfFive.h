@@ -61,7 +61,7 @@ inline Wide192 Subtract(Wide192 a, Wide128 b) {
     const bool borrowLow = a.word[2] < b.low;
     a.word[2] -= b.low;
     const std::uint64_t take = b.high + (borrowLow ? 1 : 0);
-    const bool borrowHigh = a.word[1] < take || (borrowLow && take == 0);
+    const bool borrowHigh = (a.word[1] < take) | (borrowLow & (take == 0));
     a.word[1] -= take;
     if (borrowHigh) --a.word[0];
     return a;
