@@ -346,10 +346,11 @@ bool TreeBuilder::ReadMember(MemberGathering& items, int level) {
     Object& members = items.Items();
     const std::size_t found = index.Find(members, hash);
     // A copy of an empty member costs one call of Node's; making the value
-    // and moving it in, three.
+    // and moving it in, three. Appending a length to the empty key takes the
+    // string's shortest path.
     members.push_back(_emptyMember);
     members.back().hash = hash;
-    members.back().key.assign(key, end);
+    members.back().key.append(key, static_cast<std::size_t>(end - key));
     if (!ReadValue(members.back().value, {level, hash})) return false;
     if (found < members.size() - 1) {
         members[found].value = std::move(members.back().value);
