@@ -51,7 +51,8 @@ TEST(TreeBuilder, EveryTextEndsAsTheParserEndsIt) {
         " [ {\"k\":  1 } , [ 1 , 2 ] , -12.50 , \"s\" ]  tail",
         "{\"1\":1,\"2\":2,\"3\":3,\"4\":4,\"5\":5,\"6\":6,\"7\":7,\"8\":8,\"9\":9,\"4\":0,\"X\":1,\"x\":2}",
         "[123456789012345678901234,0.1234567890123456789012,9223372036854775808,-1e999,1/2]",
-        "{\"a key long enough for words\":\"a string that is read eight characters at a time, \xc3\xa9 too\"}"};
+        "{\"a key long enough for words\":\"a string that is read eight characters at a time, \xc3\xa9 too\"}",
+        "{\n        \"a\": [\n                1,\t\r\n   2\n        ],\n    \"b\":                 {}\n}"};
     const std::string alphabet = "{}[]\",:-+./eE0123456789 \t\ntfrueals\\u\x01\x1f\x7f\xc3";
     std::mt19937 random(20261124);
     for (const std::string& seed : seeds) {

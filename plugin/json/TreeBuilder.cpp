@@ -95,11 +95,19 @@ public:
     }
 
 private:
-    // Runs of blanks, as indentation makes them, go eight at a time.
+    // Runs of blanks, as indentation makes them, go eight at a time, and
+    // the blanks that end a run in one step.
     void SkipSpaces() {
         while (IsSpace(Code(*_at))) {
             ++_at;
-            while (_end - _at >= 8 && LoadWord(_at) == kEightBlanks) _at += 8;
+            while (_end - _at >= 8) {
+                const std::uint64_t others = LoadWord(_at) ^ kEightBlanks;
+                if (others != 0) {
+                    _at += FirstFlagged(others);
+                    break;
+                }
+                _at += 8;
+            }
         }
     }
 
