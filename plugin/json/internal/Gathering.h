@@ -24,21 +24,36 @@
 
 namespace tavrin::plugin::json::detail {
 
+// Moves the items from `first` to `last` to the end of `to`, which has room
+// for them.
+template <class Container, class Item>
+void AppendMoved(Container& to, Item* first, Item* last) {
+    to.insert(to.end(), std::make_move_iterator(first), std::make_move_iterator(last));
+}
+
 // Moves the items of `from` to the end of `to`, which has room for them,
 // and empties `from`.
 template <class Container>
 void MoveItems(Container& from, Container& to) {
-    to.insert(to.end(), std::make_move_iterator(from.begin()), std::make_move_iterator(from.end()));
+    AppendMoved(to, from.data(), from.data() + from.size());
     from.clear();
 }
 
-// Gives `node`, which holds nothing, a container in a cell of `arena`; sets
-// `guess` to `count`, the number of items it will hold.
+// Gives `node`, which holds nothing, a container in a cell of `arena`, for
+// `count` items; sets `guess` to that count. When `own` holds exactly that
+// many items in exactly its room, the container takes its storage and the
+// result is null; otherwise it is the container, with room for the items.
 template <class Container>
-Container& NewContainer(Node& node, CellArena& arena, std::size_t count, std::uint32_t& guess) {
+Container* NewContainer(Node& node, CellArena& arena, std::size_t count, std::uint32_t& guess, Container& own) {
     guess = static_cast<std::uint32_t>(std::min<std::size_t>(count, UINT32_MAX));
     PutInCell<Container>(node, arena);
-    return *static_cast<Container*>(node._buf);
+    auto& container = *static_cast<Container*>(node._buf);
+    if (own.size() == count && own.capacity() == count) {
+        container.swap(own);
+        return nullptr;
+    }
+    container.reserve(count);
+    return &container;
 }
 
 // Room for items beyond an array's own, from the standard allocator, whose
@@ -79,7 +94,7 @@ public:
 
     // Moves the items to the end of `to`, which has room for them.
     void MoveTo(Node::Array& to) {
-        to.insert(to.end(), std::make_move_iterator(_items), std::make_move_iterator(_items + _size));
+        AppendMoved(to, _items, _items + _size);
         _size = 0;
     }
 
@@ -132,14 +147,10 @@ public:
     void HandTo(Node& node, CellArena& arena) {
         std::size_t count = _own.size();
         for (std::size_t i = 0; i < _runsUsed; ++i) count += _level.Run(i).Size();
-        Node::Array& exact = NewContainer<Node::Array>(node, arena, count, _guess);
-        if (_runsUsed == 0 && _own.size() == _own.capacity()) {
-            exact.swap(_own);
-            return;
-        }
-        exact.reserve(count);
-        MoveItems(_own, exact);
-        for (std::size_t i = 0; i < _runsUsed; ++i) _level.Run(i).MoveTo(exact);
+        Node::Array* exact = NewContainer(node, arena, count, _guess, _own);
+        if (exact == nullptr) return;
+        MoveItems(_own, *exact);
+        for (std::size_t i = 0; i < _runsUsed; ++i) _level.Run(i).MoveTo(*exact);
     }
 
 private:
@@ -193,13 +204,8 @@ public:
     // Gives `node`, which holds nothing, an object of exactly the members.
     void HandTo(Node& node, CellArena& arena) {
         Node::Object& items = _inScratch ? _level.scratch : _own;
-        Node::Object& exact = NewContainer<Node::Object>(node, arena, items.size(), _guess);
-        if (!_inScratch && _own.size() == _own.capacity()) {
-            exact.swap(_own);
-            return;
-        }
-        exact.reserve(items.size());
-        MoveItems(items, exact);
+        Node::Object* exact = NewContainer(node, arena, items.size(), _guess, _own);
+        if (exact != nullptr) MoveItems(items, *exact);
     }
 
 private:

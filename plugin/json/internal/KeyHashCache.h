@@ -22,15 +22,15 @@ public:
     std::uint32_t Hash(const char* first, const char* last, const char* readableEnd) {
         const auto length = static_cast<std::size_t>(last - first);
         const auto readable = static_cast<std::size_t>(readableEnd - first);
-        if (length <= kShortest && readable >= kShortest) return ShortKeyHash(first, last);
-        if (length <= kLongest && readable >= kLongest) return LongKeyHash(first, last);
+        if (length <= kShortKeyBytes && readable >= kShortKeyBytes) return ShortKeyHash(first, last);
+        if (length <= kLongKeyBytes && readable >= kLongKeyBytes) return LongKeyHash(first, last);
         return tavrin::base::Hash(first, last);
     }
 
 private:
-    static constexpr std::size_t kShortest = 16;
+    static constexpr std::size_t kShortKeyBytes = 16;
     static constexpr std::size_t kLongWords = 5;
-    static constexpr std::size_t kLongest = 8 * kLongWords;
+    static constexpr std::size_t kLongKeyBytes = 8 * kLongWords;
 
     // A key's bytes, as words with zeros after its end, tell it from every
     // other: keys hold no NUL byte. Every short entry starts as the empty
