@@ -118,6 +118,13 @@ TEST(NumberText, DoublesWrittenAreTheShortestTextThatReadsBack) {
 // for the numbers documents hold, so that reading and writing stay quick.
 TEST(NumberText, TheQuickConversionsAnswerForTheNumbersDocumentsHold) {
     using tavrin::plugin::json::Decimal;
+    // Integers of 54 to 64 one bits round up to the next power of two.
+    for (int bits = 54; bits <= 64; ++bits) {
+        const Decimal ones{bits == 64 ? UINT64_MAX : (std::uint64_t{1} << bits) - 1, 0, false};
+        double read = 0;
+        ASSERT_TRUE(tavrin::plugin::json::DecimalToDouble(ones, read)) << bits;
+        EXPECT_EQ(read, std::ldexp(1.0, bits)) << bits;
+    }
     std::mt19937_64 random(7);
     int unansweredReads = 0, unansweredWrites = 0;
     for (int round = 0; round < 100000; ++round) {
