@@ -5,6 +5,8 @@
 // value's room from a cell and give it back to one; otherwise such a node is
 // of its kind in every way, and its copies are too.
 
+#include <cstring>
+#include <functional>
 #include <new>
 #include <stdexcept>
 #include <type_traits>
@@ -82,11 +84,44 @@ struct CellCopy {
     }
 };
 
-// True when `node` has the handlers of a value of kind T in a cell.
+// The object bytes of a handler slot that holds `handler`, taken from one
+// made for the purpose.
+template <class Function>
+struct SlotBytes {
+    unsigned char bytes[sizeof(Function)];
+
+    template <class Handler>
+    static SlotBytes Of(Handler handler) {
+        const Function slot(handler);
+        SlotBytes of;
+        std::memcpy(of.bytes, reinterpret_cast<const unsigned char*>(&slot), sizeof of.bytes);
+        return of;
+    }
+
+    bool Hold(const Function& slot) const {
+        return std::memcmp(reinterpret_cast<const unsigned char*>(&slot), bytes, sizeof bytes) == 0;
+    }
+};
+
+// The bytes of the three handler slots of a node of kind T in a cell.
+template <class T>
+struct CellHandlerBytes {
+    SlotBytes<std::function<void(Node*)>> destroy = decltype(destroy)::Of(CellDestroy<T>{});
+    SlotBytes<std::function<void(Node*)>> create = decltype(create)::Of(CellCreate<T>{});
+    SlotBytes<std::function<void(Node*, void*)>> copy = decltype(copy)::Of(CellCopy<T>{});
+};
+
+template <class T>
+inline const CellHandlerBytes<T> kCellHandlerBytes{};
+
+// True when `node` has the handlers of a value of kind T in a cell: its
+// slots hold the very bytes those handlers are made of, which settles it
+// without a call. Should a slot hold them in some other form, the node is
+// not recognised and is freed through its own handlers, which is as right.
 template <class T>
 bool HasCellHandlers(const Node& node) {
-    return node._destroy.target<CellDestroy<T>>() != nullptr &&
-           node._create.target<CellCreate<T>>() != nullptr && node._copy.target<CellCopy<T>>() != nullptr;
+    const CellHandlerBytes<T>& cell = kCellHandlerBytes<T>;
+    return cell.destroy.Hold(node._destroy) && cell.create.Hold(node._create) && cell.copy.Hold(node._copy);
 }
 
 // Replaces the handler in `slot` by `handler`, made in place: quicker than
