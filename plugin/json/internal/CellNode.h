@@ -119,21 +119,22 @@ inline const CellHandlerBytes<T> kCellHandlerBytes{};
 // without a call. Should a slot hold them in some other form, the node is
 // not recognised and is freed through its own handlers, which is as right.
 template <class T>
-bool HasCellHandlers(const Node& node) {
+[[gnu::always_inline]] inline bool HasCellHandlers(const Node& node) {
     const CellHandlerBytes<T>& cell = kCellHandlerBytes<T>;
     return cell.destroy.Hold(node._destroy) && cell.create.Hold(node._create) && cell.copy.Hold(node._copy);
 }
 
-// Replaces the handler in `slot` by `handler`, made in place: quicker than
-// assigning, which makes a temporary and swaps it in.
+// Puts `handler` in `slot`, which is empty, made in place: quicker than
+// assigning, which makes a temporary and swaps it in. An empty slot holds
+// nothing to release, so it is made over without its destructor.
 template <class Function, class Handler>
 void SetHandler(Function& slot, Handler handler) {
-    slot.~Function();
     new (&slot) Function(handler);
 }
 
-// Installs kind T on `node`, which holds nothing, with the handlers of a
-// value that lives in a cell. The caller sets _buf.
+// Installs kind T on `node`, which holds nothing and has no handlers (as
+// Node() makes it), with the handlers of a value that lives in a cell. The
+// caller sets _buf.
 template <class T>
 void InstallCellKind(Node& node) {
     node._type = &typeid(T);
@@ -142,8 +143,8 @@ void InstallCellKind(Node& node) {
     SetHandler(node._copy, CellCopy<T>{});
 }
 
-// Gives `node`, which holds nothing, a value made from `args` in a cell of
-// the arena.
+// Gives `node`, which holds nothing and has no handlers, a value made from
+// `args` in a cell of the arena.
 template <class T, class... Args>
 void PutInCell(Node& node, CellArena& arena, Args&&... args) {
     node._buf = MakeInCell<T>(arena.Allocate(sizeof(T)), std::forward<Args>(args)...);

@@ -39,10 +39,11 @@ void MoveItems(Container& from, Container& to) {
     from.clear();
 }
 
-// Gives `node`, which holds nothing, a container in a cell of `arena`, for
-// `count` items; sets `guess` to that count. When `own` holds exactly that
-// many items in exactly its room, the container takes its storage and the
-// result is null; otherwise it is the container, with room for the items.
+// Gives `node`, which holds nothing and has no handlers, a container in a
+// cell of `arena`, for `count` items; sets `guess` to that count. When `own`
+// holds exactly that many items in exactly its room, the container takes its
+// storage and the result is null; otherwise it is the container, with room
+// for the items.
 template <class Container>
 Container* NewContainer(Node& node, CellArena& arena, std::size_t count, std::uint32_t& guess, Container& own) {
     guess = static_cast<std::uint32_t>(std::min<std::size_t>(count, UINT32_MAX));
@@ -143,7 +144,8 @@ public:
         return (last.Full() ? NextRun(last.Capacity()) : last).Add();
     }
 
-    // Gives `node`, which holds nothing, an array of exactly the items.
+    // Gives `node`, which holds nothing and has no handlers, an array of
+    // exactly the items.
     void HandTo(Node& node, CellArena& arena) {
         std::size_t count = _own.size();
         for (std::size_t i = 0; i < _runsUsed; ++i) count += _level.Run(i).Size();
@@ -201,7 +203,8 @@ public:
         return _level.scratch;
     }
 
-    // Gives `node`, which holds nothing, an object of exactly the members.
+    // Gives `node`, which holds nothing and has no handlers, an object of
+    // exactly the members.
     void HandTo(Node& node, CellArena& arena) {
         Node::Object& items = _inScratch ? _level.scratch : _own;
         Node::Object* exact = NewContainer(node, arena, items.size(), _guess, _own);
