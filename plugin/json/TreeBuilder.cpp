@@ -111,13 +111,13 @@ private:
         }
     }
 
-    bool ReadValue(Node& into, Place place);
+    [[gnu::always_inline]] bool ReadValue(Node& into, Place place);
     template <class ReadItem>
     bool ReadItems(char closing, ReadItem readItem);
     bool ReadArray(Node& into, Place place);
     bool ReadObject(Node& into, Place place);
     bool ReadMember(MemberGathering& items, int level);
-    bool ReadNumber(Node& into);
+    [[gnu::noinline]] bool ReadNumber(Node& into);
     const char* SumDigits(const char* p, std::uint64_t& sum) const;
     const char* SumIntegerDigits(const char* p, std::uint64_t& sum) const;
     static bool ReadExponent(const char*& p, int& exponent);
@@ -145,7 +145,7 @@ private:
 };
 
 // `place.level` counts the containers around the value.
-bool TreeBuilder::ReadValue(Node& into, Place place) {
+inline bool TreeBuilder::ReadValue(Node& into, Place place) {
     const char c = *_at;
     if (c == '{') return ReadObject(into, place.Inside());
     if (c == '[') return ReadArray(into, place.Inside());
