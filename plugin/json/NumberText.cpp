@@ -35,7 +35,7 @@ int DigitCount(std::uint64_t v) {
 // one word, the first digit in its lowest byte: four-digit halves in 32-bit
 // lanes, two-digit quarters in 16-bit lanes, digits in bytes, each split by
 // multiplying with a reciprocal that is exact for the values a lane holds.
-std::uint64_t EightDigitsText(std::uint32_t v) {
+[[gnu::always_inline]] inline std::uint64_t EightDigitsText(std::uint32_t v) {
     const std::uint64_t halves = (v / 10000) | (static_cast<std::uint64_t>(v % 10000) << 32);
     const std::uint64_t hundreds = ((halves * 5243) >> 19) & 0x0000007F0000007Fu;
     const std::uint64_t quarters = hundreds | ((halves - hundreds * 100) << 16);
