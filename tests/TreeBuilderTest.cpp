@@ -85,7 +85,7 @@ TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
         "{\"i\": -12,\"z\":0,\"d\":-0.5e-3,\"D\":1E+2,\"l\":123456789012.25,\"w\":12345678901234567890123,"
         "\"f\":-3/04,\"t\":true,\"F\":false,\"s\":\"a\\u00e9\\n\\\"b\\\\\",\"e\":\"\",\"a\":[ ],\"o\":{ },"
         "\"n\":[ 1 ,\t2,\r\n3],\"k1\":1,\"k2\":2,\"k3\":3,\"K1\":4}";
-    std::string text = "[";
+    std::string text = "\t [";  // blanks before the document too
     for (int i = 0; i < 100; ++i) text += record + ",\n  ";
     text += "[1,2.5,3/4]]";
     tavrin::test::AllocationCounter counter;
