@@ -18,14 +18,14 @@ from collections import defaultdict
 
 OURS = "tavrin"
 LEGACY = "tavrin-legacy"
-LIBRARIES = [OURS, LEGACY, "rapidjson", "nlohmann", "jsoncpp", "simdjson"]
+LIBRARIES = [OURS, LEGACY, "rapidjson", "rapidjson-exact", "nlohmann", "jsoncpp", "simdjson"]
 RESULTS_HEADER = """# Benchmark results
 
 Written by `make bench` (`bench/report.py`); edit nothing here by hand. What is measured and
 how to read it: `README.md` beside this file.
 
 """
-COLOURS = {OURS: "tab:blue", LEGACY: "tab:cyan", "rapidjson": "tab:green",
+COLOURS = {OURS: "tab:blue", LEGACY: "tab:cyan", "rapidjson": "tab:green", "rapidjson-exact": "tab:olive",
            "nlohmann": "tab:red", "jsoncpp": "tab:purple", "simdjson": "tab:gray"}
 
 

@@ -8,14 +8,18 @@
 
 namespace tavrin::bench {
 
-// RapidJSON's DOM with its default flags and allocator.
-class RapidJsonLibrary {
+// RapidJSON's DOM with its default allocator, and with its default flags
+// (kName "rapidjson") or with full-precision number conversion, which gives
+// every double as exactly as ours ("rapidjson-exact").
+template <unsigned kParseFlags>
+class RapidJsonDom {
 public:
-    static constexpr const char* kName = "rapidjson";
+    static constexpr const char* kName =
+        kParseFlags == rapidjson::kParseDefaultFlags ? "rapidjson" : "rapidjson-exact";
     using Tree = rapidjson::Document;
 
     bool Parse(const std::string& text, Tree& tree) {
-        tree.Parse(text.c_str());
+        tree.Parse<kParseFlags>(text.c_str());
         return !tree.HasParseError();
     }
     std::string Serialize(Tree& tree) {
@@ -25,5 +29,8 @@ public:
         return std::string(buffer.GetString(), buffer.GetSize());
     }
 };
+
+using RapidJsonLibrary = RapidJsonDom<rapidjson::kParseDefaultFlags>;
+using RapidJsonExactLibrary = RapidJsonDom<rapidjson::kParseFullPrecisionFlag>;
 
 }  // namespace tavrin::bench

@@ -23,6 +23,9 @@ void RegisterAll(const std::vector<Document>& docs) {
 void RegisterComparisons(const std::vector<Document>& docs) {
     RegisterAll<TavrinLibrary, LegacyLibrary, RapidJsonLibrary, NlohmannLibrary, JsonCppLibrary,
                 SimdjsonLibrary>(docs);
+    // RapidJSON converting numbers as exactly as ours does: reading only, its
+    // writer is the one above.
+    for (const Document& doc : docs) RegisterParse<RapidJsonExactLibrary>(doc);
 }
 
 }  // namespace tavrin::bench
