@@ -25,8 +25,9 @@ Written by `make bench` (`bench/report.py`); edit nothing here by hand. What is 
 how to read it: `README.md` beside this file.
 
 """
-COLOURS = {OURS: "tab:blue", LEGACY: "tab:cyan", "rapidjson": "tab:green", "rapidjson-exact": "tab:olive",
-           "nlohmann": "tab:red", "jsoncpp": "tab:purple", "simdjson": "tab:gray"}
+COLOURS = {OURS: "tab:blue", LEGACY: "tab:cyan", "rapidjson": "tab:green",
+           "rapidjson-exact": "tab:olive", "nlohmann": "tab:red", "jsoncpp": "tab:purple",
+           "simdjson": "tab:gray"}
 
 
 def load_runs(path):

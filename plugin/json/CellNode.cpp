@@ -40,8 +40,8 @@ public:
     }
 
 private:
-    // Leaves of the kinds that need no destructor, the most of a tree's
-    // items, are freed here in the loop; the rest in a call.
+    // Leaves of the kinds that need no destructor, most of a tree's items,
+    // are freed here in the loop; strings, containers and the rest in a call.
     [[gnu::always_inline]] void FreeItem(Node& item) noexcept {
         if (!FreeCellValue<double, long long, bool, tavrin::base::Fraction>(item)) FreeOther(item);
     }

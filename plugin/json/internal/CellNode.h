@@ -94,12 +94,12 @@ struct SlotBytes {
     static SlotBytes Of(Handler handler) {
         const Function slot(handler);
         SlotBytes of;
-        std::memcpy(of.bytes, reinterpret_cast<const unsigned char*>(&slot), sizeof of.bytes);
+        std::memcpy(of.bytes, &slot, sizeof of.bytes);
         return of;
     }
 
     bool Hold(const Function& slot) const {
-        return std::memcmp(reinterpret_cast<const unsigned char*>(&slot), bytes, sizeof bytes) == 0;
+        return std::memcmp(&slot, bytes, sizeof bytes) == 0;
     }
 };
 
