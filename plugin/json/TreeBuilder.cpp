@@ -205,6 +205,12 @@ bool TreeBuilder::ReadWord(Node& into, const char* word, bool value) {
     return true;
 }
 
+// `sum` with the first `count` characters of `word` (1 to 7 digits) written
+// after its digits (modulo 2^64).
+std::uint64_t AppendDigits(std::uint64_t sum, std::uint64_t word, int count) {
+    return sum * kPowersOfTen[static_cast<std::size_t>(count)] + LeadingDigitsValue(word, count);
+}
+
 // The digits from `p` on, added to `sum` (modulo 2^64); where they end.
 const char* TreeBuilder::SumDigits(const char* p, std::uint64_t& sum) const {
     std::uint64_t s = sum;
@@ -216,8 +222,7 @@ const char* TreeBuilder::SumDigits(const char* p, std::uint64_t& sum) const {
             p += 8;
             continue;
         }
-        if (count != 0) s = s * kPowersOfTen[static_cast<std::size_t>(count)] + LeadingDigitsValue(word, count);
-        sum = s;
+        sum = count == 0 ? s : AppendDigits(s, word, count);
         return p + count;
     }
     for (; IsDigitChar(*p); ++p) s = s * 10 + static_cast<unsigned>(*p - '0');
@@ -242,8 +247,8 @@ const char* TreeBuilder::SumFractionDigits(const char* p, std::uint64_t& sum) co
         const std::uint64_t second = LoadWord(p + 8);
         const int count = LeadingDigits(second);
         if (LeadingDigits(first) == 8 && count != 8) {
-            const std::uint64_t rest = count == 0 ? 0 : LeadingDigitsValue(second, count);
-            sum = (sum * 100000000 + EightDigitsValue(first)) * kPowersOfTen[static_cast<std::size_t>(count)] + rest;
+            const std::uint64_t eight = sum * 100000000 + EightDigitsValue(first);
+            sum = count == 0 ? eight : AppendDigits(eight, second, count);
             return p + 8 + count;
         }
     }
