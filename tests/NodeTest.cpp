@@ -10,6 +10,7 @@
 #include <cstring>
 #include <functional>
 #include <limits>
+#include <memory>
 #include <random>
 #include <regex>
 #include <stdexcept>
@@ -188,6 +189,31 @@ TEST(NodeStorage, ContainersWithoutHandlersAreCopiedToo) {
     for (Node* made : {&bare, &copy[0]}) {
         delete static_cast<Node::Array*>(made->_buf);
         made->_buf = nullptr;
+    }
+}
+
+// The items of a tree read from text are freed together while their handlers
+// are the reader's own. An item given a handler with state, in any of its
+// three slots, is freed through its handlers instead, and the state with it:
+// a double, a text and a nested array, each slot in turn.
+TEST(NodeStorage, ItemsGivenHandlersWithStateReleaseThemWithTheTree) {
+    const auto state = std::make_shared<int>(0);
+    const std::vector<std::vector<int>> paths = {{0, 0}, {1, 0}, {0}};
+    for (const std::vector<int>& path : paths) {
+        for (int slot = 0; slot < 3; ++slot) {
+            {
+                Node tree;
+                ASSERT_TRUE(tree.Deserialize(R"([[1.5,2],["text",true]])"));
+                Node* item = &tree;
+                for (int index : path) item = &(*item)[index];
+                if (slot == 0) item->_destroy = [state, own = item->_destroy](Node* n) { own(n); };
+                if (slot == 1) item->_create = [state, own = item->_create](Node* n) { own(n); };
+                if (slot == 2) item->_copy = [state, own = item->_copy](Node* n, void* src) { own(n, src); };
+                ASSERT_EQ(state.use_count(), 2);
+                EXPECT_EQ(tree.Serialize(), R"([[1.5,2],["text",true]])");
+            }
+            EXPECT_EQ(state.use_count(), 1) << "item " << path.size() << ", slot " << slot;
+        }
     }
 }
 
