@@ -5,6 +5,8 @@
 // value's room from a cell and give it back to one; otherwise such a node is
 // of its kind in every way, and its copies are too.
 
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <functional>
 #include <new>
@@ -84,10 +86,15 @@ struct CellCopy {
     }
 };
 
+// Sixteen bytes of a handler slot, compared as one vector where the machine
+// has vectors (and as two words where it has not).
+using SlotChunk = std::uint64_t __attribute__((vector_size(16)));
+
 // The object bytes of a handler slot that holds `handler`, taken from one
 // made for the purpose.
 template <class Function>
 struct SlotBytes {
+    static_assert(sizeof(Function) % sizeof(SlotChunk) == 0);
     unsigned char bytes[sizeof(Function)];
 
     template <class Handler>
@@ -98,8 +105,16 @@ struct SlotBytes {
         return of;
     }
 
-    bool Hold(const Function& slot) const {
-        return std::memcmp(&slot, bytes, sizeof bytes) == 0;
+    // Sets in `diff` every bit in which `slot` differs from these bytes.
+    [[gnu::always_inline]] void AddDifferences(const Function& slot, SlotChunk& diff) const {
+        const auto* held = reinterpret_cast<const unsigned char*>(&slot);
+        for (std::size_t at = 0; at < sizeof bytes; at += sizeof(SlotChunk)) {
+            SlotChunk mine;
+            SlotChunk theirs;
+            std::memcpy(&mine, bytes + at, sizeof mine);
+            std::memcpy(&theirs, held + at, sizeof theirs);
+            diff |= mine ^ theirs;
+        }
     }
 };
 
@@ -118,10 +133,16 @@ inline const CellHandlerBytes<T> kCellHandlerBytes{};
 // slots hold the very bytes those handlers are made of, which settles it
 // without a call. Should a slot hold them in some other form, the node is
 // not recognised and is freed through its own handlers, which is as right.
+// The three slots are compared together, with no branch between them:
+// quicker than three comparisons that may each stop early.
 template <class T>
 [[gnu::always_inline]] inline bool HasCellHandlers(const Node& node) {
     const CellHandlerBytes<T>& cell = kCellHandlerBytes<T>;
-    return cell.destroy.Hold(node._destroy) && cell.create.Hold(node._create) && cell.copy.Hold(node._copy);
+    SlotChunk diff{};
+    cell.destroy.AddDifferences(node._destroy, diff);
+    cell.create.AddDifferences(node._create, diff);
+    cell.copy.AddDifferences(node._copy, diff);
+    return (diff[0] | diff[1]) == 0;
 }
 
 // Puts `handler` in `slot`, which is empty, made in place: quicker than
