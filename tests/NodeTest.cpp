@@ -118,7 +118,22 @@ TEST(NodeStorage, EmptyNodesWriteNothingButKeepTheirPunctuation) {
     object["b"];
     EXPECT_EQ(object.Serialize(), R"({"a":1,"b":})");
     EXPECT_EQ(MakeArray({Node(), Int(2), Node()}).Serialize(), "[,2,]");
-    EXPECT_EQ(log.Lines(), kUnknown + kEmpty + kEmpty + kEmpty + kEmpty);
+    EXPECT_EQ(MakeArray({Int(1), Node(), Real(2.5), Node()}).Serialize(), "[1,,2.5,]");
+    Node takenFrom = MakeArray({Int(1), Real(2.5), Int(3)});
+    const Node taker(&takenFrom[1]);  // leaves an item of its kind, but empty
+    EXPECT_EQ(takenFrom.Serialize(), "[1,,3]");
+    std::string expected = kUnknown;
+    for (int empties = 0; empties < 7; ++empties) expected += kEmpty;
+    EXPECT_EQ(log.Lines(), expected);
+}
+
+// Values without parts and containers, in every order, at every depth.
+TEST(NodeStorage, ArraysWriteTheirItemsInOrderWhateverTheirKinds) {
+    Node leaves = MakeArray({Int(-1), Text("a"), Node(true), MakeFraction(1, 2), Real(0.5)});
+    EXPECT_EQ(leaves.Serialize(), R"([-1,"a",true,1/2,0.5])");
+    Node mixed =
+        MakeArray({Int(1), leaves, MakeObject({{"k", MakeArray({})}}), Node(false), MakeArray({leaves}), Text("z")});
+    EXPECT_EQ(mixed.Serialize(), R"([1,[-1,"a",true,1/2,0.5],{"k":[]},false,[[-1,"a",true,1/2,0.5]],"z"])");
 }
 
 // What As<T>() printed to standard output while `read` ran (line numbers
