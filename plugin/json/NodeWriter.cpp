@@ -74,6 +74,8 @@ public:
 private:
     template <class... Kinds>
     void WriteIf(const Node& node);
+    template <class... Kinds>
+    bool WriteItemIf(const Node& item, bool afterComma);
     template <class T>
     bool WriteAs(const Node& node);
     void WriteValue(bool flag);
@@ -106,6 +108,17 @@ template <class... Kinds>
 void NodeWriter::WriteIf(const Node& node) {
     const bool known = ((node._type == &typeid(Kinds) && (WriteValue(*static_cast<const Kinds*>(node._buf)), true)) || ...);
     if (!known) (void)((WriteAs<Kinds>(node)) || ...);
+}
+
+// Writes `item`, after a comma when `afterComma`, if it holds a value of one
+// of the kinds by that very type record; false, with nothing written,
+// otherwise.
+template <class... Kinds>
+bool NodeWriter::WriteItemIf(const Node& item, bool afterComma) {
+    if (item._buf == nullptr) return false;
+    return ((item._type == &typeid(Kinds) &&
+             (afterComma ? _out.Put(',') : void(), WriteValue(*static_cast<const Kinds*>(item._buf)), true)) ||
+            ...);
 }
 
 template <class T>
@@ -142,9 +155,19 @@ void NodeWriter::WriteValue(const Node::Object& members) {
     _open.push_back({nullptr, &members, 0});
 }
 
+// The leading items whose values have no parts are written at once, without
+// opening the array; it stays open from the first other item on, if any, and
+// Next goes on from there.
 void NodeWriter::WriteValue(const Node::Array& items) {
     _out.Put('[');
-    _open.push_back({&items, nullptr, 0});
+    std::size_t next = 0;
+    while (next < items.size() &&
+           WriteItemIf<double, long long, std::string, bool, tavrin::base::Fraction>(items[next], next != 0))
+        ++next;
+    if (next == items.size())
+        _out.Put(']');
+    else
+        _open.push_back({&items, nullptr, next});
 }
 
 const Node* NodeWriter::Next() {
