@@ -74,8 +74,8 @@ public:
 private:
     template <class... Kinds>
     void WriteIf(const Node& node);
-    template <class... Kinds>
-    bool WriteItemIf(const Node& item, bool afterComma);
+    template <class... Kinds, class Before>
+    bool WriteByRecord(const Node& node, Before before);
     template <class T>
     bool WriteAs(const Node& node);
     void WriteValue(bool flag);
@@ -106,18 +106,14 @@ void NodeWriter::Write(const Node& node) {
 // apart by type_info equality.
 template <class... Kinds>
 void NodeWriter::WriteIf(const Node& node) {
-    const bool known = ((node._type == &typeid(Kinds) && (WriteValue(*static_cast<const Kinds*>(node._buf)), true)) || ...);
-    if (!known) (void)((WriteAs<Kinds>(node)) || ...);
+    if (!WriteByRecord<Kinds...>(node, [] {})) (void)((WriteAs<Kinds>(node)) || ...);
 }
 
-// Writes `item`, after a comma when `afterComma`, if it holds a value of one
-// of the kinds by that very type record; false, with nothing written,
-// otherwise.
-template <class... Kinds>
-bool NodeWriter::WriteItemIf(const Node& item, bool afterComma) {
-    if (item._buf == nullptr) return false;
-    return ((item._type == &typeid(Kinds) &&
-             (afterComma ? _out.Put(',') : void(), WriteValue(*static_cast<const Kinds*>(item._buf)), true)) ||
+// Writes `node`, after what `before` writes, if it has the very type record
+// of one of the kinds; false, with nothing written, otherwise.
+template <class... Kinds, class Before>
+bool NodeWriter::WriteByRecord(const Node& node, Before before) {
+    return ((node._type == &typeid(Kinds) && (before(), WriteValue(*static_cast<const Kinds*>(node._buf)), true)) ||
             ...);
 }
 
@@ -161,8 +157,11 @@ void NodeWriter::WriteValue(const Node::Object& members) {
 void NodeWriter::WriteValue(const Node::Array& items) {
     _out.Put('[');
     std::size_t next = 0;
-    while (next < items.size() &&
-           WriteItemIf<double, long long, std::string, bool, tavrin::base::Fraction>(items[next], next != 0))
+    const auto comma = [&] {
+        if (next != 0) _out.Put(',');
+    };
+    while (next < items.size() && items[next]._buf != nullptr &&
+           WriteByRecord<double, long long, std::string, bool, tavrin::base::Fraction>(items[next], comma))
         ++next;
     if (next == items.size())
         _out.Put(']');
