@@ -78,22 +78,51 @@ struct Rounded {
     return {significand, exponent};
 }
 
-// digits * 5^q * 2^q from the 128-bit significand of 5^q. When that is not
-// exact, the true value lies between the products with it and with it plus
-// one; when both round alike, so does the true value. Otherwise there is no
-// quick answer.
+// The rounding of a product whose top word lies between `top` and `top` + 2,
+// when every word in that range rounds alike: its bits below the 53 kept
+// are neither within 2 below half of their range (a tie or a change of
+// direction) nor within 2 of its end (a carry into the kept bits).
+[[gnu::always_inline]] inline bool RoundTopWord(std::uint64_t top, Rounded& rounded) {
+    const int drop = (top >> 63) != 0 ? 11 : 10;
+    const std::uint64_t mask = (std::uint64_t{1} << drop) - 1;
+    const std::uint64_t half = std::uint64_t{1} << (drop - 1);
+    const std::uint64_t rest = top & mask;
+    if (rest - (half - 2) <= 2 || rest >= mask - 1) return false;
+    rounded = {(top >> drop) + (rest > half ? 1 : 0), 128 + drop};
+    if (rounded.significand >> 53 != 0) {
+        rounded.significand >>= 1;
+        ++rounded.exponent;
+    }
+    return true;
+}
+
+// The rounding of digits * 5^q * 2^shift, `digits` with its top bit set, from
+// the full 192-bit product with the 128-bit significand of 5^q. When that is
+// not exact, the true value lies between the products with it and with it
+// plus one; when both round alike, so does the true value. Otherwise there
+// is no quick answer.
+inline bool RoundWideProduct(std::uint64_t digits, int q, const PowerOfFive& power, Rounded& rounded) {
+    const Wide192 product = Multiply(digits, power.significand);
+    bool settled = false;
+    rounded = RoundToDouble(product, settled);
+    if (settled || (q >= 0 && q <= kLastExactPowerOfFive)) return true;
+    const Rounded upper = RoundToDouble(Add(product, digits), settled);
+    return upper.significand == rounded.significand && upper.exponent == rounded.exponent;
+}
+
+// digits * 5^q * 2^q, rounded. Most numbers are settled by the product with
+// the top word of the significand of 5^q alone: the rest of the product, and
+// the part of 5^q the significand leaves out, add less than 2 to the top
+// word of the full product.
 inline bool ReadWideProduct(const Decimal& d, double& value) {
     if (d.exponent < kLeastPowerOfFive || d.exponent > kGreatestPowerOfFive) return false;
     const PowerOfFive& power = PowerOfFiveAt(d.exponent);
     const int leadingZeros = __builtin_clzll(d.digits);
     const std::uint64_t digits = d.digits << leadingZeros;
-    const Wide192 product = Multiply(digits, power.significand);
-    bool settled = false;
-    const Rounded rounded = RoundToDouble(product, settled);
-    if (!settled && !(d.exponent >= 0 && d.exponent <= kLastExactPowerOfFive)) {
-        const Rounded upper = RoundToDouble(Add(product, digits), settled);
-        if (upper.significand != rounded.significand || upper.exponent != rounded.exponent) return false;
-    }
+    Rounded rounded;
+    if (!RoundTopWord(Multiply(digits, power.significand.high).high, rounded) &&
+        !RoundWideProduct(digits, d.exponent, power, rounded))
+        return false;
     // value = significand * 2^(rounded.exponent + q - shift - leadingZeros)
     const int biased = rounded.exponent + d.exponent - power.shift - leadingZeros + 52 + 1023;
     if (biased < 1 || biased > 2046) return false;
