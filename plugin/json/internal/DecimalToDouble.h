@@ -78,16 +78,15 @@ struct Rounded {
     return {significand, exponent};
 }
 
-// The rounding of a product whose top word lies between `top` and `top` + 2,
-// when every word in that range rounds alike: its bits below the 53 kept
-// are neither within 2 below half of their range (a tie or a change of
-// direction) nor within 2 of its end (a carry into the kept bits).
+// The rounding of a product whose top word is `top` or `top` + 1 (the
+// words below it unknown), when both round alike. Only bits below the 53
+// kept at one less than half their range, or at half, leave it open: from
+// all ones, the carry of one gives the same double.
 [[gnu::always_inline]] inline bool RoundTopWord(std::uint64_t top, Rounded& rounded) {
     const int drop = (top >> 63) != 0 ? 11 : 10;
-    const std::uint64_t mask = (std::uint64_t{1} << drop) - 1;
     const std::uint64_t half = std::uint64_t{1} << (drop - 1);
-    const std::uint64_t rest = top & mask;
-    if (rest - (half - 2) <= 2 || rest >= mask - 1) return false;
+    const std::uint64_t rest = top & ((std::uint64_t{1} << drop) - 1);
+    if (rest - (half - 1) <= 1) return false;
     rounded = {(top >> drop) + (rest > half ? 1 : 0), 128 + drop};
     if (rounded.significand >> 53 != 0) {
         rounded.significand >>= 1;
@@ -111,9 +110,9 @@ inline bool RoundWideProduct(std::uint64_t digits, int q, const PowerOfFive& pow
 }
 
 // digits * 5^q * 2^q, rounded. Most numbers are settled by the product with
-// the top word of the significand of 5^q alone: the rest of the product, and
-// the part of 5^q the significand leaves out, add less than 2 to the top
-// word of the full product.
+// the top word of the significand of 5^q alone, whose top word is that of
+// the full product or one less: the rest of the product is below 2^128, and
+// the part of 5^q that the significand leaves out adds less than 2^64.
 inline bool ReadWideProduct(const Decimal& d, double& value) {
     if (d.exponent < kLeastPowerOfFive || d.exponent > kGreatestPowerOfFive) return false;
     const PowerOfFive& power = PowerOfFiveAt(d.exponent);
