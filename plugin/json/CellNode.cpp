@@ -4,6 +4,7 @@
 #include <typeinfo>
 
 #include "base/Fraction.h"
+#include "json/internal/HeapAhead.h"
 #include "json/internal/ReleaseDepth.h"
 
 namespace tavrin::plugin::json::detail {
@@ -65,6 +66,8 @@ private:
         if constexpr (kIsContainer<T>) {
             if (_levelsLeft == 0) return false;
             --_levelsLeft;
+            // The blocks of the items and of the containers after them.
+            PrefetchPast<4096, 8>(value->data());
             Free(*value);
             ++_levelsLeft;
         } else {

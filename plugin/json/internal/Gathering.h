@@ -20,6 +20,7 @@
 #include "json/JsonNode.h"
 #include "json/common/PositionIndex.h"
 #include "json/internal/CellNode.h"
+#include "json/internal/HeapAhead.h"
 #include "json/internal/ValueCells.h"
 
 namespace tavrin::plugin::json::detail {
@@ -126,7 +127,12 @@ struct ArrayLevel {
 // that no item moves until the array ends, however long it grows.
 class ItemGathering {
 public:
-    ItemGathering(ArrayLevel& level, std::uint32_t& guess) : _level(level), _guess(guess) { _own.reserve(guess); }
+    // The room the array gets first comes with a hint for the blocks its
+    // items will ask for next.
+    ItemGathering(ArrayLevel& level, std::uint32_t& guess) : _level(level), _guess(guess) {
+        _own.reserve(guess);
+        if (guess != 0) PrefetchPast<1024, 4>(_own.data() + guess);
+    }
     // Items of an array not handed over end with it.
     ~ItemGathering() {
         for (std::size_t i = 0; i < _runsUsed; ++i) _level.Run(i).Clear();
