@@ -9,7 +9,7 @@
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 libraries=(tavrin rapidjson nlohmann)
-documents=(canada.json citm_catalog.json twitter.json integers records)
+documents=(canada.json citm_catalog.json twitter.json integers records rings)
 count() {
   "$root/bench/profile.sh" "^$1\$" | awk '/PROGRAM TOTALS/ { gsub(",", "", $1); print $1 }'
 }

@@ -43,6 +43,7 @@ std::vector<Document> GeneratedDocuments() {
     std::vector<Document> docs;
     docs.push_back(Padded("integers", IntArray(100000)));
     docs.push_back(Padded("records", RecordArray(5000)));
+    docs.push_back(Padded("rings", RingArray(2000)));
     return docs;
 }
 

@@ -24,7 +24,8 @@ std::vector<Document> CorpusDocuments();
 
 // Documents made here, in shapes the corpus lacks and that every reader of
 // the project can read (no decimals, no apostrophes): a flat array of
-// integers and an array of small records.
+// integers, an array of small records and an array of many short arrays of
+// integer pairs.
 std::vector<Document> GeneratedDocuments();
 
 // The corpus files followed by the generated documents.

@@ -93,4 +93,13 @@ std::string RecordArray(std::size_t n) {
     });
 }
 
+std::string RingArray(std::size_t n) {
+    Sequence seq;
+    return Joined('[', n, ']', [&](std::string& text, std::size_t) {
+        text += Joined('[', 4 + seq.Next() % 37, ']', [&](std::string& ring, std::size_t) {
+            ring += "[" + std::to_string(seq.Integer()) + "," + std::to_string(seq.Integer()) + "]";
+        });
+    });
+}
+
 }  // namespace tavrin::bench

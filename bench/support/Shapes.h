@@ -27,4 +27,8 @@ std::string LongString(std::size_t n);
 // [n records {"id":..,"name":"..","active":..,"score":..,"tags":[..]}]
 std::string RecordArray(std::size_t n);
 
+// [n rings of 4 to 40 pairs of integers], as the rings of a map's polygons
+// with coordinates in fixed point: many short arrays of short arrays
+std::string RingArray(std::size_t n);
+
 }  // namespace tavrin::bench
