@@ -70,14 +70,14 @@ struct Place {
 // array, tend to be alike.
 class SizeGuesses {
 public:
-    std::uint32_t& For(Place place) {
+    SizeGuess& For(Place place) {
         const std::uint32_t mixed = (place.shape ^ static_cast<std::uint32_t>(place.level)) * 0x9E3779B1u;
         return _sizes[mixed >> (32 - kBits)];
     }
 
 private:
     static constexpr unsigned kBits = 8;
-    std::array<std::uint32_t, std::size_t{1} << kBits> _sizes{};
+    std::array<SizeGuess, std::size_t{1} << kBits> _sizes{};
 };
 
 class TreeBuilder {

@@ -6,7 +6,8 @@
 // as `guess` says (how many the last container in the same place had:
 // documents repeat their shapes); one that ends with exactly that many is
 // handed over whole, without moving an item. Otherwise its items are moved
-// once into a container of exactly their number.
+// once into a container of exactly their number; in a place where the last
+// array missed its guess, they wait for that in room the level keeps.
 
 #include <algorithm>
 #include <cstddef>
@@ -40,14 +41,22 @@ void MoveItems(Container& from, Container& to) {
     from.clear();
 }
 
+// What the reader guesses of the next container in one place: as many items
+// as the last one there had, and whether that one missed its own guess.
+struct SizeGuess {
+    std::uint32_t count = 0;
+    bool missed = false;
+};
+
 // Gives `node`, which holds nothing and has no handlers, a container in a
 // cell of `arena`, for `count` items; sets `guess` to that count. When `own`
 // holds exactly that many items in exactly its room, the container takes its
 // storage and the result is null; otherwise it is the container, with room
 // for the items.
 template <class Container>
-Container* NewContainer(Node& node, CellArena& arena, std::size_t count, std::uint32_t& guess, Container& own) {
-    guess = static_cast<std::uint32_t>(std::min<std::size_t>(count, UINT32_MAX));
+Container* NewContainer(Node& node, CellArena& arena, std::size_t count, SizeGuess& guess, Container& own) {
+    guess.missed = count != guess.count;
+    guess.count = static_cast<std::uint32_t>(std::min<std::size_t>(count, UINT32_MAX));
     PutInCell<Container>(node, arena);
     auto& container = *static_cast<Container*>(node._buf);
     if (own.size() == count && own.capacity() == count) {
@@ -118,6 +127,9 @@ private:
 struct ArrayLevel {
     ItemRun firstRun;
     std::vector<ItemRun> laterRuns;
+    // Room, empty, that the items of an array whose size is hard to guess
+    // wait in before they move to room of their exact size.
+    Node::Array spare;
 
     ItemRun& Run(std::size_t i) { return i == 0 ? firstRun : laterRuns[i - 1]; }
 };
@@ -127,11 +139,18 @@ struct ArrayLevel {
 // that no item moves until the array ends, however long it grows.
 class ItemGathering {
 public:
-    // The room the array gets first comes with a hint for the blocks its
-    // items will ask for next.
-    ItemGathering(ArrayLevel& level, std::uint32_t& guess) : _level(level), _guess(guess) {
-        _own.reserve(guess);
-        if (guess != 0) PrefetchPast<1024, 4>(_own.data() + guess);
+    // Where the last array in this place missed its guess, this one most
+    // likely will too, and its items will move at its end: they wait in the
+    // level's spare room, which the cache still holds, rather than in new
+    // room. Otherwise the array gets room of the guessed size, with a hint
+    // for the blocks its items will ask for next.
+    ItemGathering(ArrayLevel& level, SizeGuess& guess) : _level(level), _guess(guess) {
+        if (guess.missed && _level.spare.capacity() >= guess.count) {
+            _own.swap(_level.spare);
+            return;
+        }
+        _own.reserve(guess.count);
+        if (guess.count != 0) PrefetchPast<1024, 4>(_own.data() + guess.count);
     }
     // Items of an array not handed over end with it.
     ~ItemGathering() {
@@ -159,6 +178,7 @@ public:
         if (exact == nullptr) return;
         MoveItems(_own, *exact);
         for (std::size_t i = 0; i < _runsUsed; ++i) _level.Run(i).MoveTo(*exact);
+        if (_own.capacity() > _level.spare.capacity()) _level.spare.swap(_own);
     }
 
 private:
@@ -173,7 +193,7 @@ private:
     }
 
     ArrayLevel& _level;
-    std::uint32_t& _guess;
+    SizeGuess& _guess;
     Node::Array _own;
     std::size_t _runsUsed = 0;
 };
@@ -191,8 +211,8 @@ struct ObjectLevel {
 // go on in the level's scratch table, in one piece for their index.
 class MemberGathering {
 public:
-    MemberGathering(ObjectLevel& level, std::uint32_t& guess) : _level(level), _guess(guess) {
-        _own.reserve(guess);
+    MemberGathering(ObjectLevel& level, SizeGuess& guess) : _level(level), _guess(guess) {
+        _own.reserve(guess.count);
         _level.index.Clear();
     }
 
@@ -219,7 +239,7 @@ public:
 
 private:
     ObjectLevel& _level;
-    std::uint32_t& _guess;
+    SizeGuess& _guess;
     Node::Object _own;
     bool _inScratch = false;
 };
