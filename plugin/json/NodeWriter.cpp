@@ -8,6 +8,7 @@
 #include "base/Log.h"
 #include "json/JsonNode.h"
 #include "json/NodeMessages.h"
+#include "json/internal/HeapAhead.h"
 #include "json/internal/NodeAccess.h"
 #include "json/internal/NumberText.h"
 
@@ -155,6 +156,9 @@ void NodeWriter::WriteValue(const Node::Object& members) {
 // opening the array; it stays open from the first other item on, if any, and
 // Next goes on from there.
 void NodeWriter::WriteValue(const Node::Array& items) {
+    // The blocks of the items and of the containers after them, which the
+    // reader allocated, and the writer reads, in this order.
+    detail::PrefetchPast<4096, 8>(items.data());
     _out.Put('[');
     std::size_t next = 0;
     const auto comma = [&] {
