@@ -120,6 +120,7 @@ TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
     const tavrin::test::AllocationCounter grown;
     ASSERT_TRUE(tree.Deserialize(growing.c_str()));
     EXPECT_LE(grown.Calls(), 100u * 2 + 40);
+    for (int length = 1; length <= 100; ++length) ASSERT_EQ(tree[length - 1].Size(), length);
     // Arrays in one place whose lengths keep changing: once one has missed
     // its guess, the next wait in the room the level keeps, and each takes
     // only its room of exactly its size.
