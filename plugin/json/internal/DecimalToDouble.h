@@ -56,42 +56,51 @@ struct Rounded {
     int exponent;
 };
 
-// `p` (its top bit at 191 or 190) rounded to 53 bits, to nearest, ties to
-// even: p ~ significand * 2^exponent. `settled` tells whether adding less than
-// 2^64 to `p` rounds alike: it cannot unless it carries into the top word or
-// `p` is a tie.
-[[gnu::always_inline]] inline Rounded RoundToDouble(const Wide192& p, bool& settled) {
-    const int drop = (p.word[0] >> 63) != 0 ? 11 : 10;  // bits of the top word below the 53
-    std::uint64_t significand = p.word[0] >> drop;
-    const std::uint64_t half = std::uint64_t{1} << (drop - 1);
-    const std::uint64_t rest = p.word[0] & ((std::uint64_t{1} << drop) - 1);
-    const bool lowIsZero = p.word[1] == 0 && p.word[2] == 0;
-    settled = !(rest == half && lowIsZero) && p.word[1] != UINT64_MAX;
-    // Without branches: which way a product rounds is anybody's guess.
-    const bool up = (rest > half) | ((rest == half) & (!lowIsZero | ((significand & 1) != 0)));
-    significand += static_cast<std::uint64_t>(up);
-    int exponent = 128 + drop;
-    if (significand >> 53 != 0) {
-        significand >>= 1;
-        ++exponent;
+// The top word of a product whose top bit is at 191 or 190, split at the 53
+// bits a double keeps: those, and the bits below them.
+struct TopWord {
+    int drop;  // bits of the word below the 53
+    std::uint64_t kept;
+    std::uint64_t rest;
+    std::uint64_t half;  // the value of `rest` halfway between two doubles
+
+    explicit TopWord(std::uint64_t word)
+        : drop((word >> 63) != 0 ? 11 : 10),
+          kept(word >> drop),
+          rest(word & ((std::uint64_t{1} << drop) - 1)),
+          half(std::uint64_t{1} << (drop - 1)) {}
+
+    // The kept bits, plus one when rounding up, as a 53-bit significand.
+    Rounded Rounding(bool up) const {
+        Rounded rounded{kept + static_cast<std::uint64_t>(up), 128 + drop};
+        if (rounded.significand >> 53 != 0) {
+            rounded.significand >>= 1;
+            ++rounded.exponent;
+        }
+        return rounded;
     }
-    return {significand, exponent};
+};
+
+// `p` rounded to 53 bits, to nearest, ties to even: p ~ significand *
+// 2^exponent. `settled` tells whether adding less than 2^64 to `p` rounds
+// alike: it cannot unless it carries into the top word or `p` is a tie.
+[[gnu::always_inline]] inline Rounded RoundToDouble(const Wide192& p, bool& settled) {
+    const TopWord top(p.word[0]);
+    const bool lowIsZero = p.word[1] == 0 && p.word[2] == 0;
+    settled = !(top.rest == top.half && lowIsZero) && p.word[1] != UINT64_MAX;
+    // Without branches: which way a product rounds is anybody's guess.
+    return top.Rounding((top.rest > top.half) |
+                        ((top.rest == top.half) & (!lowIsZero | ((top.kept & 1) != 0))));
 }
 
-// The rounding of a product whose top word is `top` or `top` + 1 (the
+// The rounding of a product whose top word is `word` or `word` + 1 (the
 // words below it unknown), when both round alike. Only bits below the 53
 // kept at one less than half their range, or at half, leave it open: from
 // all ones, the carry of one gives the same double.
-[[gnu::always_inline]] inline bool RoundTopWord(std::uint64_t top, Rounded& rounded) {
-    const int drop = (top >> 63) != 0 ? 11 : 10;
-    const std::uint64_t half = std::uint64_t{1} << (drop - 1);
-    const std::uint64_t rest = top & ((std::uint64_t{1} << drop) - 1);
-    if (rest - (half - 1) <= 1) return false;
-    rounded = {(top >> drop) + (rest > half ? 1 : 0), 128 + drop};
-    if (rounded.significand >> 53 != 0) {
-        rounded.significand >>= 1;
-        ++rounded.exponent;
-    }
+[[gnu::always_inline]] inline bool RoundTopWord(std::uint64_t word, Rounded& rounded) {
+    const TopWord top(word);
+    if (top.rest - (top.half - 1) <= 1) return false;
+    rounded = top.Rounding(top.rest > top.half);
     return true;
 }
 
