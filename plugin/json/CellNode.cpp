@@ -67,7 +67,7 @@ private:
             if (_levelsLeft == 0) return false;
             --_levelsLeft;
             // The blocks of the items and of the containers after them.
-            PrefetchPast<4096, 8>(value->data());
+            PrefetchPast<4096, 8, Use::kWrite>(value->data());
             Free(*value);
             ++_levelsLeft;
         } else {

@@ -150,7 +150,7 @@ public:
             return;
         }
         _own.reserve(guess.count);
-        if (guess.count != 0) PrefetchPast<1024, 4>(_own.data() + guess.count);
+        if (guess.count != 0) PrefetchPast<1024, 4, Use::kWrite>(_own.data() + guess.count);
     }
     // Items of an array not handed over end with it.
     ~ItemGathering() {

@@ -19,14 +19,17 @@ namespace tavrin::plugin::json::detail {
 // The cache line of the processors the plug-in is built for.
 inline constexpr std::size_t kCacheLine = 64;
 
-// Asks for `Lines` cache lines from `Distance` bytes past `at` on, to be
-// written.
-template <std::size_t Distance, int Lines>
+// What the lines asked for are for.
+enum class Use { kRead = 0, kWrite = 1 };
+
+// Asks for `Lines` cache lines from `Distance` bytes past `at` on.
+template <std::size_t Distance, int Lines, Use For>
 [[gnu::always_inline]] inline void PrefetchPast(const void* at) {
     const std::uintptr_t from = reinterpret_cast<std::uintptr_t>(at) + Distance;
 #pragma GCC unroll 16
     for (int line = 0; line < Lines; ++line)
-        __builtin_prefetch(reinterpret_cast<const void*>(from + kCacheLine * static_cast<std::uintptr_t>(line)), 1);
+        __builtin_prefetch(reinterpret_cast<const void*>(from + kCacheLine * static_cast<std::uintptr_t>(line)),
+                           static_cast<int>(For));
 }
 
 }  // namespace tavrin::plugin::json::detail
