@@ -349,7 +349,8 @@ bool TreeBuilder::ReadArray(Node& into, Place place) {
     if (place.level > common::kMaxNesting) return false;
     ItemGathering items(LevelOf(_arrays, place.level), _sizeGuesses.For(place));
     const Place itemPlace = place.Items();
-    const bool read = ReadItems(']', [&] { return ReadValue(items.Add(), itemPlace); });
+    const bool read =
+        ReadItems(']', [&] { return items.Add([&](Node& item) { return ReadValue(item, itemPlace); }); });
     if (read) items.HandTo(into, _cells);
     return read;
 }

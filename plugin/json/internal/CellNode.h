@@ -11,10 +11,12 @@
 #include <functional>
 #include <new>
 #include <stdexcept>
+#include <string>
 #include <type_traits>
 #include <typeinfo>
 #include <utility>
 
+#include "base/Fraction.h"
 #include "json/JsonNode.h"
 #include "json/NodeMessages.h"
 #include "json/internal/ValueCells.h"
@@ -145,17 +147,18 @@ template <class T>
     return (diff[0] | diff[1]) == 0;
 }
 
-// Puts `handler` in `slot`, which is empty, made in place: quicker than
-// assigning, which makes a temporary and swaps it in. An empty slot holds
-// nothing to release, so it is made over without its destructor.
+// Puts `handler` in `slot`, which is empty or holds a cell handler, made in
+// place: quicker than assigning, which makes a temporary and swaps it in.
+// Such a slot holds nothing to release, so it is made over without its
+// destructor.
 template <class Function, class Handler>
 void SetHandler(Function& slot, Handler handler) {
     new (&slot) Function(handler);
 }
 
 // Installs kind T on `node`, which holds nothing and has no handlers (as
-// Node() makes it), with the handlers of a value that lives in a cell. The
-// caller sets _buf.
+// Node() makes it) or those of a kind in a cell, with the handlers of a value
+// that lives in a cell. The caller sets _buf.
 template <class T>
 void InstallCellKind(Node& node) {
     node._type = &typeid(T);
@@ -164,8 +167,31 @@ void InstallCellKind(Node& node) {
     SetHandler(node._copy, CellCopy<T>{});
 }
 
-// Gives `node`, which holds nothing and has no handlers, a value made from
-// `args` in a cell of the arena.
+// A value the reader made, kept apart from any node: its kind's type record
+// and its cell. Only the reader's own values, made by PutInCell, are kept so.
+struct MadeValue {
+    const std::type_info* type;
+    void* value;
+};
+
+// Installs, as InstallCellKind does, the one of `Kinds` whose type record is
+// `type`.
+template <class... Kinds>
+void InstallCellKindOf(Node& node, const std::type_info* type) {
+    (void)((type == &typeid(Kinds) && (InstallCellKind<Kinds>(node), true)) || ...);
+}
+
+// Gives `node`, which holds nothing and has no handlers, the value `made`
+// with the cell handlers of its kind.
+inline void PlaceMade(Node& node, MadeValue made) {
+    node._buf = made.value;
+    // Arrays and numbers first: the items of long arrays are mostly those.
+    InstallCellKindOf<Node::Array, double, long long, Node::Object, std::string, bool, tavrin::base::Fraction>(
+        node, made.type);
+}
+
+// Gives `node`, which holds nothing and has no handlers or those of a kind in
+// a cell, a value made from `args` in a cell of the arena.
 template <class T, class... Args>
 void PutInCell(Node& node, CellArena& arena, Args&&... args) {
     node._buf = MakeInCell<T>(arena.Allocate(sizeof(T)), std::forward<Args>(args)...);

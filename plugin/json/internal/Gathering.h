@@ -6,8 +6,8 @@
 // as `guess` says (how many the last container in the same place had:
 // documents repeat their shapes); one that ends with exactly that many is
 // handed over whole, without moving an item. Otherwise its items are moved
-// once into a container of exactly their number; in a place where the last
-// array missed its guess, they wait for that in room the level keeps.
+// once into a container of exactly their number; items of an array beyond
+// its room wait for that as bare values.
 
 #include <algorithm>
 #include <cstddef>
@@ -67,135 +67,85 @@ Container* NewContainer(Node& node, CellArena& arena, std::size_t count, SizeGue
     return &container;
 }
 
-// Room for items beyond an array's own, from the standard allocator, whose
-// items are made and ended here. Items moved out are left without their
-// destructors: a node moved from holds nothing and no handler, so ending it
-// would do nothing.
-class ItemRun {
-public:
-    ItemRun() = default;
-    ItemRun(ItemRun&& other) noexcept
-        : _items(std::exchange(other._items, nullptr)),
-          _size(std::exchange(other._size, 0)),
-          _capacity(std::exchange(other._capacity, 0)) {}
-    ItemRun(const ItemRun&) = delete;
-    ItemRun& operator=(const ItemRun&) = delete;
-    ItemRun& operator=(ItemRun&&) = delete;
-    ~ItemRun() {
-        Clear();
-        if (_items != nullptr) std::allocator<Node>().deallocate(_items, _capacity);
-    }
-
-    std::size_t Size() const { return _size; }
-    std::size_t Capacity() const { return _capacity; }
-    bool Full() const { return _size == _capacity; }
-
-    // Takes room for `capacity` items; the run must never have had any.
-    void Reserve(std::size_t capacity) {
-        _items = std::allocator<Node>().allocate(capacity);
-        _capacity = capacity;
-    }
-
-    // A new empty item at the end; the run must not be full.
-    Node& Add() {
-        Node* item = new (_items + _size) Node();
-        ++_size;
-        return *item;
-    }
-
-    // Moves the items to the end of `to`, which has room for them.
-    void MoveTo(Node::Array& to) {
-        AppendMoved(to, _items, _items + _size);
-        _size = 0;
-    }
-
-    // Ends the items that are left.
-    void Clear() {
-        for (; _size != 0; --_size) _items[_size - 1].~Node();
-    }
-
-private:
-    Node* _items = nullptr;
-    std::size_t _size = 0;
-    std::size_t _capacity = 0;
-};
-
 // What the reader keeps of one nesting level of arrays, from one array to
-// the next: runs of room where items go once an array outgrows its own.
-// Their storage stays for the next array. The first run is kept apart, so
-// that a level whose arrays need one allocates no list of runs.
+// the next.
 struct ArrayLevel {
-    ItemRun firstRun;
-    std::vector<ItemRun> laterRuns;
-    // Room, empty, that the items of an array whose size is hard to guess
-    // wait in before they move to room of their exact size.
-    Node::Array spare;
-
-    ItemRun& Run(std::size_t i) { return i == 0 ? firstRun : laterRuns[i - 1]; }
+    // The node the items beyond an array's own room are read into, each in
+    // turn; it keeps no value, only the cell handlers of the last, which hold
+    // nothing.
+    Node item;
+    // Those items' values, in order, until the array ends: a seventh of the
+    // room their nodes would take, so they stay in the cache and move
+    // quickly. The room stays for the next array.
+    std::vector<MadeValue> made;
 };
 
-// The items of one array being read. Beyond the array's own room, items go
-// into the level's runs, each with twice the room of the one before, so
-// that no item moves until the array ends, however long it grows.
+// The items of one array being read. As many as the guess says go into the
+// array's own room; the items beyond, or all of them where the last array in
+// this place missed its guess, are kept as bare values until the array ends
+// and are then placed in room of exactly their number.
 class ItemGathering {
 public:
-    // Where the last array in this place missed its guess, this one most
-    // likely will too, and its items will move at its end: they wait in the
-    // level's spare room, which the cache still holds, rather than in new
-    // room. Otherwise the array gets room of the guessed size, with a hint
-    // for the blocks its items will ask for next.
+    // A guess from an array that missed its own is no guess: room for it
+    // would most likely have to move. Otherwise the array gets room of the
+    // guessed size, with a hint for the blocks its items will ask for next.
     ItemGathering(ArrayLevel& level, SizeGuess& guess) : _level(level), _guess(guess) {
-        if (guess.missed && _level.spare.capacity() >= guess.count) {
-            _own.swap(_level.spare);
-            return;
-        }
+        if (guess.missed || guess.count == 0) return;
         _own.reserve(guess.count);
-        if (guess.count != 0) PrefetchPast<1024, 4, Use::kWrite>(_own.data() + guess.count);
+        PrefetchPast<1024, 4, Use::kWrite>(_own.data() + guess.count);
     }
-    // Items of an array not handed over end with it.
+    // Values of an array not handed over end with it.
     ~ItemGathering() {
-        for (std::size_t i = 0; i < _runsUsed; ++i) _level.Run(i).Clear();
+        if (!_level.made.empty()) Drop(_level.made);
     }
     ItemGathering(const ItemGathering&) = delete;
     ItemGathering& operator=(const ItemGathering&) = delete;
 
-    // A new empty item at the end of the array.
-    Node& Add() {
-        if (_runsUsed == 0) {
-            if (_own.size() < _own.capacity()) return _own.emplace_back();
-            return NextRun(_own.capacity()).Add();
-        }
-        ItemRun& last = _level.Run(_runsUsed - 1);
-        return (last.Full() ? NextRun(last.Capacity()) : last).Add();
+    // Reads the next item with `read`, which makes a value in an empty node
+    // (or one with the cell handlers of a kind) and tells whether it did.
+    template <class Read>
+    [[gnu::always_inline]] bool Add(Read read) {
+        if (_own.size() < _own.capacity()) return read(_own.emplace_back());
+        Node& item = _level.item;
+        if (!read(item)) return false;
+        // Word by word: the reader has just stored them so, and one load of
+        // both, which the compiler would make of two, waits for the stores to
+        // reach the cache. The empty statement keeps them apart.
+        const std::type_info* type = item._type;
+        __asm__("" : "+r"(type));
+        _level.made.push_back({type, std::exchange(item._buf, nullptr)});
+        return true;
     }
 
     // Gives `node`, which holds nothing and has no handlers, an array of
     // exactly the items.
     void HandTo(Node& node, CellArena& arena) {
-        std::size_t count = _own.size();
-        for (std::size_t i = 0; i < _runsUsed; ++i) count += _level.Run(i).Size();
-        Node::Array* exact = NewContainer(node, arena, count, _guess, _own);
+        std::vector<MadeValue>& made = _level.made;
+        Node::Array* exact = NewContainer(node, arena, _own.size() + made.size(), _guess, _own);
         if (exact == nullptr) return;
         MoveItems(_own, *exact);
-        for (std::size_t i = 0; i < _runsUsed; ++i) _level.Run(i).MoveTo(*exact);
-        if (_own.capacity() > _level.spare.capacity()) _level.spare.swap(_own);
+        if (!made.empty()) Place(made, *exact);
     }
 
 private:
-    static constexpr std::size_t kLeastRun = 4;
+    // Out of line, as the setting up of their loops over the kinds' handlers
+    // would cost every array that needs none.
+    [[gnu::noinline]] static void Place(std::vector<MadeValue>& made, Node::Array& to) {
+        for (const MadeValue& value : made) PlaceMade(to.emplace_back(), value);
+        made.clear();
+    }
 
-    // A run kept from an earlier array is taken with the room it has.
-    ItemRun& NextRun(std::size_t previous) {
-        if (_runsUsed > _level.laterRuns.size()) _level.laterRuns.emplace_back();
-        ItemRun& run = _level.Run(_runsUsed++);
-        if (run.Capacity() == 0) run.Reserve(std::max(kLeastRun, 2 * previous));
-        return run;
+    [[gnu::noinline]] static void Drop(std::vector<MadeValue>& made) noexcept {
+        for (const MadeValue& value : made) {
+            Node item;
+            PlaceMade(item, value);
+        }
+        made.clear();
     }
 
     ArrayLevel& _level;
     SizeGuess& _guess;
     Node::Array _own;
-    std::size_t _runsUsed = 0;
 };
 
 // What the reader keeps of one nesting level of objects, from one object to
