@@ -208,4 +208,24 @@ TEST(TreeBuilder, ValuesOutliveTheirTreeWhenMovedOrCopied) {
     EXPECT_EQ(counter.Frees(), counter.Calls());
 }
 
+// Items beyond an array's room wait as bare values until the array ends:
+// a document that fails with such items pending, at two levels, frees every
+// one of them and leaves the node as it was.
+TEST(TreeBuilder, ItemsWaitingForTheirArrayAreFreedWhenTheDocumentFails) {
+    const tavrin::test::AllocationCounter counter;
+    {
+        const LogCapture log;
+        Node tree;
+        ASSERT_TRUE(tree.Deserialize("[1]"));
+        const std::string pending =
+            R"([[1,2.5,"a text longer than any inline string",[3],{"k":4},true,1/2],[5,6,[7,8,)";
+        EXPECT_FALSE(tree.Deserialize(pending.c_str()));
+        EXPECT_EQ(tree.Serialize(), "[1]");
+        // The level's room and node serve the next document as before.
+        ASSERT_TRUE(tree.Deserialize((pending + "9]]]").c_str()));
+        EXPECT_EQ(tree.Serialize(), pending + "9]]]");
+    }
+    EXPECT_EQ(counter.Frees(), counter.Calls());
+}
+
 }  // namespace
