@@ -31,12 +31,17 @@ inline int LeadingDigits(std::uint64_t word) {
     return other == 0 ? 8 : FirstFlagged(other);
 }
 
-// The value of eight digits: pairs, then quadruples, then the whole, each step
-// a multiply that adds ten (a hundred, ten thousand) times the earlier part.
+// The value of eight digits. Each digit and the next make a pair (ten times
+// the one plus the other); of the four pairs, those at even and at odd places
+// are scaled by two products side by side, whose top halves add up to the
+// whole: two steps of multiplying where one after the other would take three.
 inline std::uint64_t EightDigitsValue(std::uint64_t word) {
-    word = (word & 0x0F0F0F0F0F0F0F0Fu) * (10 * 256 + 1) >> 8;
-    word = (word & 0x00FF00FF00FF00FFu) * (100 * 65536 + 1) >> 16;
-    return (word & 0x0000FFFF0000FFFFu) * (10000 * 4294967296u + 1) >> 32;
+    constexpr std::uint64_t kTwoPairs = 0x000000FF000000FFu;
+    word -= 0x3030303030303030u;
+    word = word * 10 + (word >> 8);
+    const std::uint64_t evenPairs = (word & kTwoPairs) * (100 + (std::uint64_t{1000000} << 32));
+    const std::uint64_t oddPairs = ((word >> 16) & kTwoPairs) * (1 + (std::uint64_t{10000} << 32));
+    return (evenPairs + oddPairs) >> 32;
 }
 
 // The value of the first `count` characters (1 to 7), all digits: they move to
