@@ -13,8 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
-#include <memory>
-#include <new>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
