@@ -23,19 +23,25 @@ void ReleaseStorage(Vector& items) noexcept {
 // their handlers hold no state, so skipping their destructors changes
 // nothing. Their cells are given back a run of one chunk at a time. Any
 // other item is destroyed as a Node, which counts the levels swept above it.
+//
+// Items go from the last to the first, so blocks are freed in about the
+// opposite order to the one they were allocated in. With the C library's
+// allocator that measured quicker than freeing them in order, and it leaves
+// the blocks lowest in memory, which the next allocations take first, as the
+// ones touched last. Nothing else depends on the order.
 class Sweep {
 public:
     explicit Sweep(int levels) : _levels(levels), _levelsLeft(levels) {}
 
     void Free(Node::Array& items) noexcept {
-        for (Node& item : items) FreeItem(item);
+        for (auto item = items.rbegin(); item != items.rend(); ++item) FreeItem(*item);
         ReleaseStorage(items);
     }
 
     void Free(Node::Object& members) noexcept {
-        for (auto& member : members) {
-            member.key.~basic_string();
-            FreeItem(member.value);
+        for (auto member = members.rbegin(); member != members.rend(); ++member) {
+            member->key.~basic_string();
+            FreeItem(member->value);
         }
         ReleaseStorage(members);
     }
@@ -66,8 +72,8 @@ private:
         if constexpr (kIsContainer<T>) {
             if (_levelsLeft == 0) return false;
             --_levelsLeft;
-            // The blocks of the items and of the containers after them.
-            PrefetchPast<4096, 8, Use::kWrite>(value->data());
+            // The blocks of the containers before this one, swept next.
+            PrefetchFrom<-8192, 8, Use::kWrite>(value->data());
             Free(*value);
             ++_levelsLeft;
         } else {

@@ -158,7 +158,7 @@ void NodeWriter::WriteValue(const Node::Object& members) {
 void NodeWriter::WriteValue(const Node::Array& items) {
     // The blocks of the items and of the containers after them, which the
     // reader allocated, and the writer reads, in this order.
-    detail::PrefetchPast<4096, 8, detail::Use::kRead>(items.data());
+    detail::PrefetchFrom<4096, 8, detail::Use::kRead>(items.data());
     _out.Put('[');
     std::size_t next = 0;
     const auto comma = [&] {

@@ -91,7 +91,7 @@ public:
     ItemGathering(ArrayLevel& level, SizeGuess& guess) : _level(level), _guess(guess) {
         if (guess.missed || guess.count == 0) return;
         _own.reserve(guess.count);
-        PrefetchPast<1024, 4, Use::kWrite>(_own.data() + guess.count);
+        PrefetchFrom<1024, 4, Use::kWrite>(_own.data() + guess.count);
     }
     // Values of an array not handed over end with it.
     ~ItemGathering() {
