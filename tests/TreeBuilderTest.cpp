@@ -144,6 +144,24 @@ TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
     }
 }
 
+// Strings go sixteen or eight characters at a time where the text allows.
+// Whichever of those holds the character that ends a run of plain ones, and
+// wherever that character stands in it, the string ends where the Parser
+// ends it; the codes next to those that end a run are taken as they are.
+TEST(TreeBuilder, StringsEndAtTheirFirstSpecialCharacterWhereverItStands) {
+    const std::string plain = " ~\x80\xff" "abcdefghijklmnopqrstuvwxyz0123456789ABCDEFGHIJ";
+    for (const char special : {'"', '\\', '\x01', '\x1f', '\x7f'}) {
+        for (std::size_t at = 0; at <= plain.size(); ++at) {
+            const std::string text = "[\"" + plain.substr(0, at) + special + (special == '"' ? "]" : "n\"]");
+            const Outcome read = ByDeserialize(text);
+            ASSERT_EQ(read, ByParser(text)) << text;
+            const bool valid = special == '"' || special == '\\';
+            ASSERT_EQ(read.ok, valid) << text;
+            ASSERT_EQ(read.written, valid ? text : "");
+        }
+    }
+}
+
 // Keys alike in their first and last bytes, in their length or but for
 // letter case, short and long (the last two of the object share a slot of
 // the key hash cache): each keeps its own hash, the second time around too.

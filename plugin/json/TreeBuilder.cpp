@@ -163,9 +163,17 @@ inline bool TreeBuilder::ReadValue(Node& into, Place place) {
     return false;
 }
 
-// From `p`, past the words of eight characters that a string takes as they
-// are; the character that ends the run is in the first word not skipped.
+// From `p`, past the blocks of sixteen characters (where the machine has
+// them) and the words of eight that a string takes as they are; the
+// character that ends the run is in the first block or word not skipped.
 const char* TreeBuilder::SkipPlainWords(const char* p) const {
+    if constexpr (kHasBlocks) {
+        while (_end - p >= 16) {
+            const int plain = FirstNotPlainOfBlock(p);
+            p += plain;
+            if (plain != 16) return p;
+        }
+    }
     while (_end - p >= 8) {
         const std::uint64_t special = NotPlainBytes(LoadWord(p));
         if (special != 0) return p + FirstFlagged(special);

@@ -2,7 +2,8 @@
 // Internal to the plug-in's sources: not part of the installed headers.
 //
 // Eight characters at a time, read as one 64-bit word with the first
-// character in its lowest byte, whatever the byte order.
+// character in its lowest byte, whatever the byte order; and sixteen at a
+// time, as one vector, where the machine has such vectors.
 
 #include <cstdint>
 #include <cstring>
@@ -67,5 +68,43 @@ inline std::uint64_t NotPlainBytes(std::uint64_t word) {
 }
 
 inline constexpr std::uint64_t kEightBlanks = 0x2020202020202020u;
+
+// Whether the machine has 16-byte vectors; without them, a string is read a
+// word at a time only.
+#if defined(__SSE2__) || defined(__ARM_NEON)
+inline constexpr bool kHasBlocks = true;
+#else
+inline constexpr bool kHasBlocks = false;
+#endif
+
+using Block = unsigned char __attribute__((vector_size(16)));
+
+inline Block LoadBlock(const char* p) {
+    Block block;
+    std::memcpy(&block, p, sizeof block);
+    return block;
+}
+
+// The position (0 to 15) of the first byte of `marks`, each all ones or
+// zero, that is not zero; 16 if none is.
+template <class Marks>
+int FirstMarked(const Marks& marks) {
+    static_assert(sizeof marks == sizeof(Block));
+    unsigned char bytes[sizeof marks];
+    std::memcpy(bytes, &marks, sizeof bytes);
+    // The first character's mark comes first in memory, which LoadWord puts
+    // lowest.
+    const std::uint64_t low = LoadWord(reinterpret_cast<const char*>(bytes));
+    if (low != 0) return FirstFlagged(low);
+    const std::uint64_t high = LoadWord(reinterpret_cast<const char*>(bytes) + 8);
+    return high != 0 ? 8 + FirstFlagged(high) : 16;
+}
+
+// The position (0 to 15) of the first of the sixteen characters from `p` on
+// that a string does not take as they are (see NotPlainBytes), or 16.
+inline int FirstNotPlainOfBlock(const char* p) {
+    const Block block = LoadBlock(p);
+    return FirstMarked((block < 32) | (block == '"') | (block == '\\') | (block == 127));
+}
 
 }  // namespace tavrin::plugin::json::detail
