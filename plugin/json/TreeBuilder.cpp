@@ -145,9 +145,11 @@ private:
     Levels<ObjectLevel> _objects;
 };
 
-// `place.level` counts the containers around the value.
+// `place.level` counts the containers around the value. Numbers are tried
+// first: the items of long arrays are mostly numbers.
 inline bool TreeBuilder::ReadValue(Node& into, Place place) {
     const char c = *_at;
+    if (c == '-' || IsDigitChar(c)) return ReadNumber(into);
     if (c == '{') return ReadObject(into, place.Inside());
     if (c == '[') return ReadArray(into, place.Inside());
     if (c == '"') {
@@ -159,7 +161,6 @@ inline bool TreeBuilder::ReadValue(Node& into, Place place) {
     }
     if (c == 't') return ReadWord(into, "true", true);
     if (c == 'f') return ReadWord(into, "false", false);
-    if (c == '-' || IsDigitChar(c)) return ReadNumber(into);
     return false;
 }
 
