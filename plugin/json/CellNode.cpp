@@ -28,7 +28,8 @@ void ReleaseStorage(Vector& items) noexcept {
 // opposite order to the one they were allocated in. With the C library's
 // allocator that measured quicker than freeing them in order, and it leaves
 // the blocks lowest in memory, which the next allocations take first, as the
-// ones touched last. Nothing else depends on the order.
+// ones touched last. Handlers a caller installed on items therefore run last
+// item first; nothing else depends on the order.
 class Sweep {
 public:
     explicit Sweep(int levels) : _levels(levels), _levelsLeft(levels) {}

@@ -125,7 +125,7 @@ private:
     bool ReadFraction(Node& into, const char* slash);
     bool ReadWord(Node& into, const char* word, bool value);
     const char* StringEnd() const;
-    const char* SkipPlainWords(const char* p) const;
+    const char* SkipPlainRun(const char* p) const;
 
     template <class Level>
     static Level& LevelOf(Levels<Level>& levels, int level) {
@@ -167,7 +167,7 @@ inline bool TreeBuilder::ReadValue(Node& into, Place place) {
 // From `p`, past the blocks of sixteen characters (where the machine has
 // them) and the words of eight that a string takes as they are; the
 // character that ends the run is in the first block or word not skipped.
-const char* TreeBuilder::SkipPlainWords(const char* p) const {
+const char* TreeBuilder::SkipPlainRun(const char* p) const {
     if constexpr (kHasBlocks) {
         while (_end - p >= 16) {
             const int plain = FirstNotPlainOfBlock(p);
@@ -188,7 +188,7 @@ const char* TreeBuilder::SkipPlainWords(const char* p) const {
 const char* TreeBuilder::StringEnd() const {
     const char* p = _at + 1;
     for (;;) {
-        p = SkipPlainWords(p);
+        p = SkipPlainRun(p);
         while (IsPlain(*p)) ++p;
         if (*p == '"') return p;
         if (*p != '\\') return nullptr;

@@ -77,34 +77,21 @@ inline constexpr bool kHasBlocks = true;
 inline constexpr bool kHasBlocks = false;
 #endif
 
-using Block = unsigned char __attribute__((vector_size(16)));
-
-inline Block LoadBlock(const char* p) {
-    Block block;
-    std::memcpy(&block, p, sizeof block);
-    return block;
-}
-
-// The position (0 to 15) of the first byte of `marks`, each all ones or
-// zero, that is not zero; 16 if none is.
-template <class Marks>
-int FirstMarked(const Marks& marks) {
-    static_assert(sizeof marks == sizeof(Block));
-    unsigned char bytes[sizeof marks];
-    std::memcpy(bytes, &marks, sizeof bytes);
-    // The first character's mark comes first in memory, which LoadWord puts
-    // lowest.
-    const std::uint64_t low = LoadWord(reinterpret_cast<const char*>(bytes));
-    if (low != 0) return FirstFlagged(low);
-    const std::uint64_t high = LoadWord(reinterpret_cast<const char*>(bytes) + 8);
-    return high != 0 ? 8 + FirstFlagged(high) : 16;
-}
-
 // The position (0 to 15) of the first of the sixteen characters from `p` on
 // that a string does not take as they are (see NotPlainBytes), or 16.
 inline int FirstNotPlainOfBlock(const char* p) {
-    const Block block = LoadBlock(p);
-    return FirstMarked((block < 32) | (block == '"') | (block == '\\') | (block == 127));
+    using Block = unsigned char __attribute__((vector_size(16)));
+    Block block;
+    std::memcpy(&block, p, sizeof block);
+    const auto special = (block < 32) | (block == '"') | (block == '\\') | (block == 127);
+    // Each mark is a whole byte, the first character's first in memory,
+    // which LoadWord puts lowest.
+    char marks[sizeof special];
+    std::memcpy(marks, &special, sizeof marks);
+    const std::uint64_t low = LoadWord(marks);
+    if (low != 0) return FirstFlagged(low);
+    const std::uint64_t high = LoadWord(marks + 8);
+    return high != 0 ? 8 + FirstFlagged(high) : 16;
 }
 
 }  // namespace tavrin::plugin::json::detail
