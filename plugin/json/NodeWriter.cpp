@@ -157,8 +157,10 @@ void NodeWriter::WriteValue(const Node::Object& members) {
 // Next goes on from there.
 void NodeWriter::WriteValue(const Node::Array& items) {
     // The blocks of the items and of the containers after them, which the
-    // reader allocated, and the writer reads, in this order.
-    detail::PrefetchFrom<4096, 8, detail::Use::kRead>(items.data());
+    // reader allocated, and the writer reads, in this order. Far ahead and
+    // many lines: when other work competes for memory, fewer or nearer lines
+    // leave the writer waiting on arrays of pairs.
+    detail::PrefetchFrom<12288, 16, detail::Use::kRead>(items.data());
     _out.Put('[');
     std::size_t next = 0;
     const auto comma = [&] {
