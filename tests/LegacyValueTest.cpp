@@ -78,6 +78,8 @@ TEST(LegacyValue, AssignmentSetsOnlyItsFieldAndTypeClearOnlyTheType) {
                               d.size()),
               std::make_tuple(json::NullVal, 0, 0.0f, 0.0, false, std::string(), 0u, 0, 1, 1u));
     LegacyProbe p(3);
+    EXPECT_EQ(std::make_tuple(p.GetType(), p.mIntVal, p.mFloatVal, p.mDoubleVal),
+              std::make_tuple(json::IntVal, 3, 3.0f, 3.0));
     p = 2.5f;
     EXPECT_EQ(std::make_tuple(p.GetType(), p.ToInt(), p.mDoubleVal), std::make_tuple(json::FloatVal, 3, 3.0));
     p = 0.25;
