@@ -69,12 +69,14 @@ TEST(ParserCursor, RetractConcatSkipSpacesAndParseSpecific) {
     EXPECT_EQ(std::make_pair(parser._pos, parser._token), std::make_pair(0, ' '));
     EXPECT_FALSE(parser.EOL());
     EXPECT_EQ(parser.GetNextChar(), 'y');
-    // Blank, tab, CR and LF are skipped; the first other character is kept.
+    // Blank, tab, CR and LF are skipped; the first other character is kept,
+    // and is the token until it is read.
     for (const auto& [text, next] : std::vector<std::pair<const char*, int>>{
              {" \t\r\n\f x", '\f'}, {"\v", '\v'}, {"  ", 0}, {"\n1", '1'}}) {
         Parser spaces(text);
         spaces.SkipSpaces();
         EXPECT_EQ(spaces.EOL(), next == 0) << text;
+        EXPECT_EQ(static_cast<unsigned char>(spaces._token), next) << text;
         EXPECT_EQ(spaces.GetNextChar(), next) << text;
     }
     Parser specific("abdz");  // matched literally, without stepping back
