@@ -122,8 +122,11 @@ TEST(NodeStorage, EmptyNodesWriteNothingButKeepTheirPunctuation) {
     Node takenFrom = MakeArray({Int(1), Real(2.5), Int(3)});
     const Node taker(&takenFrom[1]);  // leaves an item of its kind, but empty
     EXPECT_EQ(takenFrom.Serialize(), "[1,,3]");
+    Node takenFirst = MakeArray({Real(2.5), Int(3)});
+    const Node firstTaker(&takenFirst[0]);
+    EXPECT_EQ(takenFirst.Serialize(), "[,3]");
     std::string expected = kUnknown;
-    for (int empties = 0; empties < 7; ++empties) expected += kEmpty;
+    for (int empties = 0; empties < 8; ++empties) expected += kEmpty;
     EXPECT_EQ(log.Lines(), expected);
 }
 

@@ -46,6 +46,12 @@ TEST(ParserCursor, ReadsUpToTheTerminatorAndLogsEveryReadPastIt) {
     EXPECT_EQ(parser.GetNextChar(), 0);
     EXPECT_EQ(log.Text(), "");
     EXPECT_STREQ(Parser()._text, " ");
+    Parser empty("");  // the terminator is the first character
+    EXPECT_EQ(empty.GetNextChar(), 0);
+    EXPECT_EQ(empty.GetNextChar(), 0);
+    EXPECT_EQ(empty._pos, 0);
+    EXPECT_EQ(log.Lines(), pastEnd);
+    log.Reset();
     Parser placed("ab");  // a cursor put on the terminator: reads there end the text
     placed._pos = 2;
     EXPECT_EQ(placed.GetNextChar(), 0);
