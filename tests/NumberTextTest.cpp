@@ -95,8 +95,8 @@ double FromBits(std::uint64_t bits) {
     return value;
 }
 
-// Random bit patterns (every exponent, subnormals and powers of two among
-// them) and the decimals documents hold, short and long, near the ends of
+// Random bit patterns (every exponent, subnormals among them), every power
+// of two, and the decimals documents hold, short and long, near the ends of
 // the fixed notation and of the exact integers.
 TEST(NumberText, DoublesWrittenAreTheShortestTextThatReadsBack) {
     std::mt19937_64 random(20261124);
@@ -106,6 +106,9 @@ TEST(NumberText, DoublesWrittenAreTheShortestTextThatReadsBack) {
                                // as long in fixed as in scientific notation, and one character apart
                                0.00015, 1.5e-5, 0.0001234, 1.234e-5, 12000.0, 120000.0, 1.2e+100, 1e-100})
         EXPECT_EQ(Node(value).Serialize(), Expected(value)) << value;
+    // Every power of two: the next double below is nearer than the next above.
+    for (int power = -1074; power <= 1023; ++power)
+        ASSERT_EQ(Node(std::ldexp(1.0, power)).Serialize(), Expected(std::ldexp(1.0, power))) << power;
     for (int round = 0; round < 200000; ++round) {
         double value = FromBits(random());
         if (round % 2 == 1) {
