@@ -107,8 +107,10 @@ TEST(NumberText, DoublesWrittenAreTheShortestTextThatReadsBack) {
                                0.00015, 1.5e-5, 0.0001234, 1.234e-5, 12000.0, 120000.0, 1.2e+100, 1e-100})
         EXPECT_EQ(Node(value).Serialize(), Expected(value)) << value;
     // Every power of two: the next double below is nearer than the next above.
-    for (int power = -1074; power <= 1023; ++power)
-        ASSERT_EQ(Node(std::ldexp(1.0, power)).Serialize(), Expected(std::ldexp(1.0, power))) << power;
+    for (int power = -1074; power <= 1023; ++power) {
+        const double value = std::ldexp(1.0, power);
+        ASSERT_EQ(Node(value).Serialize(), Expected(value)) << power;
+    }
     for (int round = 0; round < 200000; ++round) {
         double value = FromBits(random());
         if (round % 2 == 1) {
