@@ -7,6 +7,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -236,7 +237,12 @@ TEST(Object, DefaultsReportNoPropertySetoraddCallsSetWithoutTheName) {
     EXPECT_FALSE(param.hasProperty(1) || param.get(1, &value, &typeid(int)) || param.getString(1, text) ||
                  param.setString(1, "v"));
     EXPECT_FALSE(object("plain").set(1, &value, &typeid(int)));
+    // AttrInfo is only declared; the default never reads it.
+    EXPECT_FALSE(param.getPropertyInfo(1, *reinterpret_cast<AttrInfo*>(&value)));
     EXPECT_EQ(param.getChild(3), &param);
+    AttrSet settings;
+    EXPECT_EQ(std::make_tuple(probe.getObject(1), probe.setObject(1, &probe), probe.configure(settings)),
+              std::make_tuple(static_cast<object*>(nullptr), false, true));
     EXPECT_EQ(text, "kept");
     // The framework declares no Message type; the default receiver never reads it.
     EXPECT_FALSE(probe.ReceiveMessage(*reinterpret_cast<Message*>(&value), nullptr));
@@ -353,7 +359,7 @@ TEST(ObjectList, FindsByIdOrExactTextKeepsOneObjectOfAnIdReleasesWhatItHolds) {
         EXPECT_EQ(list.Find("cam-front", true), replacement);
         EXPECT_EQ(list.Size(), 1u);
         EXPECT_FALSE(list.Add(nullptr, true));
-        EXPECT_FALSE(list.Remove("cam-front"));
+        EXPECT_FALSE(list.Remove("cam-front") || list.Remove(nullptr));
         EXPECT_TRUE(list.Remove("Cam-front"));
         EXPECT_EQ(list.Size(), 0u);
         list.Add(new object("kept-until-the-end"), false);
