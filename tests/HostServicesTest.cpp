@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <set>
@@ -334,6 +335,10 @@ TEST(ObjectFunc, CloneCopiesNameIdKeywordsFlagAndCallableObjectsAreReleasedWithT
         ASSERT_NE(callable, nullptr);
         EXPECT_EQ((*callable)(4), 8);
         EXPECT_EQ(DerivedFunc().Clone(), nullptr);
+        IntFunc empty("empty", nullptr);
+        const std::unique_ptr<object> emptyClone(empty.Clone());
+        EXPECT_THROW(empty(1), std::bad_function_call);
+        EXPECT_THROW(dynamic_cast<IntFunc&>(*emptyClone)(1), std::bad_function_call);
         EXPECT_EQ(FailingAttributes().Clone(), nullptr);  // a class of its own clones only by its own Clone
         const std::unique_ptr<object> plain(object("plain-one").Clone());
         EXPECT_EQ(plain != nullptr ? plain->GetName() : "", "plain-one");
