@@ -271,6 +271,9 @@ TEST(Object, KeywordsAreTheHashesOfTheDashSeparatedParts) {
     std::vector<std::uint32_t> many;  // more than the inline buffer holds
     for (const char* part : {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"}) many.push_back(Hash(part));
     EXPECT_EQ(KeywordsOf(object("a-b-c-d-e-f-g-h-i-j")), many);
+    const object unnamed(nullptr);  // the id of a null name, as Hash gives it
+    EXPECT_EQ(std::make_tuple(unnamed.GetName(), unnamed.ID(), KeywordsOf(unnamed)),
+              std::make_tuple(std::string(), 0u, std::vector<std::uint32_t>{}));
 }
 
 TEST(Arr32, UniqueAddSkipsValuesPresentStorageGrows) {
