@@ -94,6 +94,7 @@ TEST(HostFraction, FromPartsStoresReducesOrApproximatesFromTextReads) {
     const long long min = std::numeric_limits<long long>::min();
     const std::tuple<long long, long long, const char*, bool> made[] = {
         {3, 4, "3/4", true}, {6, 8, "6/8", true}, {1, 0, "1/0", true}, {-2147483648LL, -1, "-2147483648/-1", true},
+        {2147483647, 2147483647, "2147483647/2147483647", true},
         {3LL << 32, 4LL << 32, "3/4", true}, {-(6LL << 31), 4LL << 31, "-3/2", true},
         {6000000000LL, -4000000000LL, "-3/2", true}, {0, 5000000000LL, "0/1", true}, {5000000000LL, 0, "1/0", true},
         {1099511627783LL, 847288609443LL, "1295691269/998465524", false},
@@ -174,8 +175,8 @@ TEST(AttrSetText, WritesEscapesAndReadsBack) {
 TEST(AttrSetAccess, GetValueKeyAndAdd) {
     AttrSet set = Make({{"a", "1"}, {"b", "2"}});
     EXPECT_EQ(std::make_tuple(std::string(set.Get("b")), set.Get("B"), set.Get(nullptr), std::string(set.Value(0)),
-                              set.Value(2), set.Value(-1), std::string(set.Key(1))),
-              std::make_tuple("2", nullptr, nullptr, "1", nullptr, nullptr, "b"));
+                              set.Value(2), set.Value(-1), std::string(set.Key(1)), set.Key(2), set.Key(-1)),
+              std::make_tuple("2", nullptr, nullptr, "1", nullptr, nullptr, "b", nullptr, nullptr));
     EXPECT_TRUE(set.Add("a", "3"));
     EXPECT_TRUE(set.Add("c", nullptr));
     EXPECT_FALSE(set.Add(nullptr, "x"));
