@@ -367,6 +367,7 @@ TEST(ObjectList, FindsByIdOrExactTextKeepsOneObjectOfAnIdReleasesWhatItHolds) {
         EXPECT_TRUE(list.Add(replacement, true));
         EXPECT_EQ(list.Find("cam-front", true), replacement);
         EXPECT_EQ(list.Size(), 1u);
+        EXPECT_EQ(std::make_pair(list.At(0), list.At(1)), std::make_pair(replacement, static_cast<object*>(nullptr)));
         EXPECT_FALSE(list.Add(nullptr, true));
         EXPECT_FALSE(list.Remove("cam-front") || list.Remove(nullptr));
         EXPECT_TRUE(list.Remove("Cam-front"));

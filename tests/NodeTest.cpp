@@ -386,6 +386,23 @@ TEST(NodeForeach, VisitsInOrderByReferenceUntilFalseOnlyItsKind) {
     EXPECT_THROW(Members().Foreach(std::function<bool(const char*, Node&)>()), std::bad_function_call);
 }
 
+// A callback that breaks the rule: the walk takes the count once, so what it
+// adds is not visited, and it stops where the container now ends.
+TEST(NodeForeach, ChangesByTheCallbackNeitherExtendNorOverrunTheWalk) {
+    int calls = 0;
+    Node grown = Numbers();
+    EXPECT_TRUE(grown.Foreach([&](Node&) { ++calls; return grown.Insert(Int(9)); }));
+    Node members = Members();
+    EXPECT_TRUE(members.Foreach([&](const char*, Node&) { return members.AddOrChange(std::to_string(++calls), Int(0)); }));
+    EXPECT_EQ(std::make_tuple(calls, grown.Size(), members.Size()), std::make_tuple(6, 6u, 6u));
+    calls = 0;
+    Node shrunk = Numbers();
+    EXPECT_TRUE(shrunk.Foreach([&](Node&) { return ++calls > 1 || shrunk.Remove(2); }));
+    Node fewer = Members();
+    EXPECT_TRUE(fewer.Foreach([&](const char*, Node&) { return ++calls > 3 || fewer.Remove(std::string("c")); }));
+    EXPECT_EQ(calls, 4);
+}
+
 // Objects and arrays nested `depth` levels deep around the int64 1, arrays
 // only or taking turns with objects; built by moving each level into the
 // next, so building is linear.
