@@ -131,6 +131,20 @@ TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
     ASSERT_TRUE(tree.Deserialize(varying.c_str()));
     EXPECT_LE(varied.Calls(), 100u + 40);
     EXPECT_EQ(tree.Serialize(), varying);
+    // Objects likewise: members beyond the guessed room go on in room the
+    // level keeps, so each object takes its guessed room and its exact one.
+    std::string objects = "[";
+    for (int i = 0; i < 100; ++i) objects += i % 2 == 0 ? R"({"a":1,"b":2},)" : R"({"a":1,"b":2,"c":3,"d":4,"e":5,"f":6,"g":7},)";
+    objects += "{}]";
+    const tavrin::test::AllocationCounter objectsVaried;
+    ASSERT_TRUE(tree.Deserialize(objects.c_str()));
+    EXPECT_LE(objectsVaried.Calls(), 2u * 100 + 40);
+    EXPECT_EQ(tree.Serialize(), objects);
+    for (int i = 0; i < 100; ++i) ASSERT_EQ(tree[i].As<Node::Object>().capacity(), tree[i].Size()) << i;
+    // So is an array's when it is shorter than the one before it, which met
+    // its guess.
+    ASSERT_TRUE(tree.Deserialize("[[1,2,3,4],[1,2,3,4],[1,2]]"));
+    EXPECT_EQ(tree[2].As<Node::Array>().capacity(), 2u);
     // Nested to the bound: about two allocations a level, where the Parser
     // takes six to eight.
     for (const auto& [open, close, inner] : {std::make_tuple("[", "]", "[0]"), std::make_tuple("{\"a\":", "}", "{\"b\":0}")}) {
