@@ -11,8 +11,12 @@
 #                         allocations do not run there.
 #   make check-valgrind   tavrin-host under valgrind on the corpus documents
 #                         and on malformed inputs (dev build)
+#   make check-arm-ubsan  the ARM cross build under UndefinedBehaviorSanitizer
+#                         (preset "arm-ubsan"), every test but the package
+#                         ones under qemu-arm: 32-bit long, size_t and
+#                         pointers, and the target's alignment
 
-.PHONY: check-asan check-tsan check-valgrind
+.PHONY: check-asan check-tsan check-valgrind check-arm-ubsan
 
 check-asan:
 	@scripts/deps.sh base fuzz
@@ -32,4 +36,10 @@ check-valgrind:
 	cmake --build --preset dev -j2
 	scripts/valgrind-host.sh build/dev
 
-CHECK_TARGETS += check-asan check-tsan check-valgrind
+check-arm-ubsan:
+	@scripts/deps.sh base arm
+	cmake --preset arm-ubsan
+	cmake --build --preset arm-ubsan
+	ctest --preset arm-ubsan
+
+CHECK_TARGETS += check-asan check-tsan check-valgrind check-arm-ubsan
