@@ -134,7 +134,8 @@ TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
     // Objects likewise: members beyond the guessed room go on in room the
     // level keeps, so each object takes its guessed room and its exact one.
     std::string objects = "[";
-    for (int i = 0; i < 100; ++i) objects += i % 2 == 0 ? R"({"a":1,"b":2},)" : R"({"a":1,"b":2,"c":3,"d":4,"e":5,"f":6,"g":7},)";
+    for (int i = 0; i < 100; ++i)
+        objects += i % 2 == 0 ? R"({"a":1,"b":2},)" : R"({"a":1,"b":2,"c":3,"d":4,"e":5,"f":6,"g":7},)";
     objects += "{}]";
     const tavrin::test::AllocationCounter objectsVaried;
     ASSERT_TRUE(tree.Deserialize(objects.c_str()));
