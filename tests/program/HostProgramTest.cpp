@@ -107,6 +107,7 @@ TEST(HostProgram, RefusedDocumentsExitOneWithNothingOnStandardOutputAndAreDiagno
         {"{\n\t\"n\xC3\xA4me\": 1 \"b\": 2}\n", "2:13", "\t\"n\xC3\xA4me\": 1 \"b\": 2}", "\t          "},
         {"{\"a\":1,\n", "2:1", "", ""},
         {"\n  5\n", "2:3", "  5", "  "},
+        {"null", "1:1", "null", ""},
         {"[\"a\", \"b]\n[", "1:10", "[\"a\", \"b]", "         "},
     };
     for (const auto& [document, where, source, indent] : cases) {
