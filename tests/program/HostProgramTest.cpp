@@ -159,8 +159,13 @@ TEST(HostProgram, BadCommandLinesAndFilesExitTwoWithOneLineHelpAndVersionZero) {
               std::make_pair(2, std::string("tavrin-host: cannot write standard output\n")));
     const Outcome help = Host("--help");
     EXPECT_EQ(std::make_pair(help.status, help.err), std::make_pair(0, std::string()));
+    // The three modes, one line each, and nothing else between the heading and the exit statuses.
+    const std::size_t list = help.out.find("\nmodes:\n"), listEnd = help.out.find("\n\nexit status:");
+    ASSERT_LT(list, listEnd) << help.out;
+    const std::string modes = help.out.substr(list, listEnd - list);
+    EXPECT_EQ(std::count(modes.begin(), modes.end(), '\n'), 4) << modes;
     for (const char* mode : {"\n  convert ", "\n  parse ", "\n  legacy "})
-        EXPECT_NE(help.out.find(mode), std::string::npos) << mode;
+        EXPECT_NE(modes.find(mode), std::string::npos) << mode;
     const Outcome version = Host("--version");
     EXPECT_EQ(std::make_tuple(version.status, version.out, version.err),
               std::make_tuple(0, "tavrin-host " TAVRIN_VERSION "\nplug-in pluginjson@version:1.0.1.*.6872\n", ""));
