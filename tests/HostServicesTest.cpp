@@ -80,6 +80,8 @@ TEST(HostLog, ALineIsAChainOfInsertionsOfTheirOwnKinds) {
     const int offset = __root_path_offset;
     const std::string inTree = std::string(static_cast<std::size_t>(offset), 'x') + "base/Factory.h";
     EXPECT_STREQ(LogPath(inTree.c_str()), "base/Factory.h");
+    // One exactly as long is advanced to its end, as the framework advances every path.
+    EXPECT_STREQ(LogPath(inTree.substr(0, static_cast<std::size_t>(offset)).c_str()), "");
     __root_path_offset = 1000;
     const std::string shown = LogPath("include/base/Factory.h");
     __root_path_offset = offset;
