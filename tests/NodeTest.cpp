@@ -483,7 +483,11 @@ TEST(NodeDepth, VeryDeepTreesNeedNoDeepStack) {
     EXPECT_TRUE(RunOnStack(256 * 1024, [] {
         for (int depth : {100, 20000}) {
             const AllocationCounter counter;
-            { Node tree = ChainOfReadContainers(depth); }
+            {
+                Node tree = ChainOfReadContainers(depth);
+                Node copy(tree);
+                EXPECT_EQ(copy.Serialize(), tree.Serialize());
+            }
             EXPECT_EQ(counter.Frees(), counter.Calls());
         }
         for (int depth : {tavrin::plugin::json::Parser::kDefaultMaxDepth, 20000}) {
