@@ -348,6 +348,10 @@ TEST(NodeContainer, ChangesGiveTheirTreesKeysIgnoreAsciiCase) {
     };
     LogCapture log;
     for (const auto& [make, text] : cases) EXPECT_EQ(make().Serialize(), text);
+    // The pair a repeated key makes has room for exactly its two values.
+    Node pair = MakeObject({{"a", Int(1)}});
+    ASSERT_TRUE(pair.Insert("a", Int(2)));
+    EXPECT_EQ(pair["a"].As<Node::Array>().capacity(), 2u);
     Node object = Members();
     EXPECT_TRUE(object.HasKey("MODE") && object.HasKey("mode") && !object.HasKey("Mod"));
     EXPECT_EQ(object["mODE"].As<long long>(), 1);
