@@ -158,8 +158,11 @@ TEST(AttrSetText, WritesEscapesAndReadsBack) {
     EXPECT_EQ(Make({{"root", inner.ToString(false)}, {"list", "1+2"}}).ToString(false),
               "{root={a=1,b={c=x}},list=1+2}");
     EXPECT_EQ(AttrSet().ToString(false), "{}");
-    const AttrSet set = Make({{"k=1", "a,b%c"}, {"open", "}{"}, {"brace", "{"}, {"", ""}, {" k ", " \"v\\ "}});
-    EXPECT_EQ(set.ToString(false), "{k%3D1=a%2Cb%25c,open=%7D%7B,brace=%7B,=, k = \"v\\ }");
+    // Past a pair of kept braces the text is at its outermost level again.
+    const AttrSet set = Make({{"k=1", "a,b%c"}, {"open", "}{"}, {"brace", "{"}, {"", ""}, {" k ", " \"v\\ "},
+                              {"{x,y}=1", "{a=1},b={c}%"}});
+    EXPECT_EQ(set.ToString(false),
+              "{k%3D1=a%2Cb%25c,open=%7D%7B,brace=%7B,=, k = \"v\\ ,{x,y}%3D1={a=1}%2Cb%3D{c}%25}");
     EXPECT_EQ(Read(AttrSet(set.ToString(false).c_str())), Read(set));
     // "%XX" with hex digits of either case is decoded at the outermost level;
     // anything else after "%" stays as written. Malformed text is read as far
@@ -170,6 +173,7 @@ TEST(AttrSetText, WritesEscapesAndReadsBack) {
         {"{k=%4g%G1%/1%:1%@1%`1%4}", {{"k", "%4g%G1%/1%:1%@1%`1%4"}}},
         {"{%4B%65y=v,k={%41}}", {{"Key", "v"}, {"k", "{%41}"}}},
         {"{a=1,b", {{"a", "1"}}}, {"a=1", {}}, {nullptr, {}}, {"{a=1}tail", {{"a", "1"}}},
+        {"{k=a=b,c=d}", {{"k", "a=b"}, {"c", "d"}}},  // only a key ends at "="
     };
     for (const auto& [text, entries] : cases) EXPECT_EQ(Read(AttrSet(text)), entries) << (text ? text : "(null)");
 }
