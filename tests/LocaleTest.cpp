@@ -64,8 +64,8 @@ TEST(Locale, TheProcessLocaleChangesNothing) {
     ASSERT_STREQ(written, "2,5");  // the locale is in force
 
     tavrin::plugin::json::Node node;
-    ASSERT_TRUE(node.Deserialize("[2.5,1e-3,-1.25e3,7,1/2,\"a b\",{\"k\":0.25},1e400]"));
-    EXPECT_EQ(node.Serialize(), "[2.5,0.001,-1250.0,7,1/2,\"a b\",{\"k\":0.25},1e999]");
+    ASSERT_TRUE(node.Deserialize("[2.5,1e-3,-1.25e3,7,1/2,\"a b\",{\"k\":0.25},1e400,-1.5e400,2.5e-400]"));
+    EXPECT_EQ(node.Serialize(), "[2.5,0.001,-1250.0,7,1/2,\"a b\",{\"k\":0.25},1e999,-1e999,0.0]");
     json::Value decimal;
     decimal = 2.5f;
     EXPECT_EQ(SerializeValue(decimal), "2.5");
