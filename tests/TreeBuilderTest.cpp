@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <ostream>
 #include <random>
 #include <string>
 #include <tuple>
@@ -27,6 +28,11 @@ struct Outcome {
     std::string log;
     bool operator==(const Outcome& o) const { return ok == o.ok && written == o.written && log == o.log; }
 };
+
+void PrintTo(const Outcome& o, std::ostream* os) {
+    *os << (o.ok ? "read, written " : "refused, written ") << testing::PrintToString(o.written) << ", logged "
+        << testing::PrintToString(o.log);
+}
 
 Outcome ByDeserialize(const std::string& text) {
     LogCapture log;
@@ -173,6 +179,20 @@ TEST(TreeBuilder, StringsEndAtTheirFirstSpecialCharacterWhereverItStands) {
             const bool valid = special == '"' || special == '\\';
             ASSERT_EQ(read.ok, valid) << text;
             ASSERT_EQ(read.written, valid ? text : "");
+        }
+    }
+}
+
+// Runs of blanks go eight at a time too: a character in a run, wherever it
+// stands, is taken as the Parser takes it, a blank other than the space as a
+// blank and anything else as the end of the run.
+TEST(TreeBuilder, RunsOfBlanksEndAtTheirFirstOtherCharacterWhereverItStands) {
+    for (const char c : {'\t', '\n', '!', '\x01', 'x', '\xa0'}) {
+        for (std::size_t at = 1; at <= 17; ++at) {
+            const std::string text = "[1," + std::string(at, ' ') + c + std::string(12, ' ') + "2]";
+            const Outcome read = ByDeserialize(text);
+            ASSERT_EQ(read, ByParser(text)) << text;
+            ASSERT_EQ(read.ok, c == '\t' || c == '\n') << text;
         }
     }
 }
