@@ -248,6 +248,7 @@ TEST(LegacyArray, InsertPushFindAssignAndClear) {
     EXPECT_TRUE(a.HasValue(json::Value(1)) && !a.HasValue(json::Value(7)));
     const json::Array& constant = a;
     EXPECT_EQ(constant.find(json::Value(7)), constant.end());
+    EXPECT_THROW((void)constant[7u], std::out_of_range);
     a = constant;
     EXPECT_EQ(a.size(), 7u);
     a = ArrayOf({json::Value(json::Object())});
