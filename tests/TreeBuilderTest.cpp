@@ -10,6 +10,7 @@
 #include <string>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 #include "json/JsonNode.h"
 #include "json/Parser.h"
@@ -257,6 +258,28 @@ TEST(TreeBuilder, ValuesOutliveTheirTreeWhenMovedOrCopied) {
         copy[2] = Node(std::string("y"));
         EXPECT_EQ(copy.Serialize(), "[0,2.5,\"y\",true,3/4,{\"b\":" + std::string(kA) + ",\"a key longer than inline text\":1}]");
         EXPECT_EQ(heldText.Serialize(), "\"a text longer than any inline string\"");
+    }
+    EXPECT_EQ(counter.Frees(), counter.Calls());
+}
+
+// A document of many chunks gives every chunk back, whether the tree frees
+// a chunk's last value or a value taken out of it outlives the tree.
+TEST(TreeBuilder, EveryChunkOfALargeDocumentIsFreedByWhateverReleasesItLast) {
+    constexpr int kItems = 20000;
+    std::string text = "[";
+    for (int i = 0; i < kItems; ++i) text += std::to_string(i) + ",";
+    text.back() = ']';
+    const tavrin::test::AllocationCounter counter;
+    {
+        std::vector<Node> kept;
+        {
+            Node tree;
+            ASSERT_TRUE(tree.Deserialize(text.c_str()));
+            ASSERT_LT(counter.Calls(), 100u);  // read on the quick path, in chunks
+            for (int i = 0; i < kItems; i += kItems / 8) kept.push_back(std::move(tree[i]));
+        }
+        for (std::size_t k = 0; k < kept.size(); ++k)
+            EXPECT_EQ(kept[k].Serialize(), std::to_string(k * kItems / 8));
     }
     EXPECT_EQ(counter.Frees(), counter.Calls());
 }
