@@ -349,7 +349,8 @@ std::string ReadBackOnSmallStack(const std::string& text) {
 }
 
 // A container beyond the bound reads as null: an array drops it, an object
-// keeps a null member, and the rest of the document still reads.
+// keeps a null member, and the rest of the document still reads. Containers
+// side by side count once, however many there are.
 TEST(LegacyDepth, DeepestAdmittedDocumentsWorkOnASmallStackDeeperContainersReadAsNull) {
     for (const std::string& text : {NestedArrays(kDeepest, "1"), NestedObjects(kDeepest, "\"x\""),
                                     AlternatingNesting(kDeepest, "true")})
@@ -359,6 +360,10 @@ TEST(LegacyDepth, DeepestAdmittedDocumentsWorkOnASmallStackDeeperContainersReadA
     EXPECT_EQ(ReadBackOnSmallStack("[" + NestedArrays(kDeepest, "1") + ",2]"),
               "[" + NestedArrays(kDeepest - 1, "") + ",2]");
     EXPECT_EQ(ReadBackOnSmallStack(NestedArrays(20000, "1")), NestedArrays(kDeepest, ""));
+    std::string siblings = "[";  // side by side they are as deep as one
+    for (std::size_t i = 0; i <= kDeepest; ++i) siblings += "[{\"k\":[1]}],";
+    siblings.back() = ']';
+    EXPECT_EQ(ReadBackOnSmallStack(siblings), siblings);
     EXPECT_EQ(ReadBackOnSmallStack(AlternatingNesting(20001, "1")), AlternatingNesting(kDeepest, "null"));
 }
 
