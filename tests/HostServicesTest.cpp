@@ -23,6 +23,7 @@
 #include "base/ToString.h"
 #include "host/ObjectStats.h"
 #include "json/common/IndexHash.h"
+#include "support/AllocationCounter.h"
 #include "support/LogCapture.h"
 
 using namespace tavrin::base;
@@ -299,9 +300,23 @@ TEST(Arr32, UniqueAddSkipsValuesPresentStorageGrows) {
     EXPECT_TRUE(full.Add(5u, false));
     EXPECT_EQ(std::make_pair(none[0], *full.begin()), std::make_pair(77u, 5u));
     Arr32 unbacked(nullptr, 4, false);  // no storage: grows on the first add
-    EXPECT_EQ(unbacked.Add("x-y", '-'), 2);
+    EXPECT_EQ(unbacked.Add("x-y-x", '-'), 3);  // a text's parts are added even when repeated
     EXPECT_EQ(std::vector<std::uint32_t>(unbacked.begin(), unbacked.end()),
-              (std::vector<std::uint32_t>{Hash("x"), Hash("y")}));
+              (std::vector<std::uint32_t>{Hash("x"), Hash("y"), Hash("x")}));
+}
+
+// Storage outgrown many times keeps every value, and what the array
+// allocated goes with it, the given storage staying the caller's.
+TEST(Arr32, OutgrownStorageKeepsEveryValueAndIsFreed) {
+    const tavrin::test::AllocationCounter counter;
+    {
+        std::uint32_t two[2];
+        Arr32 values(two, 2, true);
+        std::vector<std::uint32_t> added(1000);
+        for (std::uint32_t v = 0; v < added.size(); ++v) EXPECT_TRUE(values.Add(added[v] = v * 7, false));
+        EXPECT_EQ(std::vector<std::uint32_t>(values.begin(), values.end()), added);
+    }
+    EXPECT_EQ(counter.Frees(), counter.Calls());
 }
 
 // toAttrSet reports failure after adding an entry.
