@@ -213,8 +213,10 @@ TEST(LegacyObject, LookupsAssignmentAndClear) {
     EXPECT_EQ(v.HasKeys(std::vector<std::string>{"B", "a"}), -1);
     const char* keys[] = {"a", "b", "c"};
     const char* withNull[] = {"a", nullptr};
-    EXPECT_EQ(std::make_tuple(v.HasKeys(keys, 3), v.HasKeys(keys, 2), v.HasKeys(keys, 0), v.HasKeys(withNull, 2)),
-              std::make_tuple(2, -1, -1, 1));
+    const char* firstMissing[] = {"zz", "a"};
+    EXPECT_EQ(std::make_tuple(v.HasKeys(keys, 3), v.HasKeys(keys, 2), v.HasKeys(keys, 0), v.HasKeys(withNull, 2),
+                              v.HasKeys(firstMissing, 2)),
+              std::make_tuple(2, -1, -1, 1, 0));
     EXPECT_EQ(v["A"].ToInt(), 0);
     EXPECT_THROW((void)v["c"], std::out_of_range);
     EXPECT_THROW((void)v.ToObject()[std::string("c")], std::out_of_range);
