@@ -159,6 +159,7 @@ TEST(HostProgram, BadCommandLinesAndFilesExitTwoWithOneLineHelpAndVersionZero) {
               std::make_pair(2, std::string("tavrin-host: cannot write standard output\n")));
     const Outcome help = Host("--help");
     EXPECT_EQ(std::make_pair(help.status, help.err), std::make_pair(0, std::string()));
+    EXPECT_EQ(Host("-h").out, help.out);
     // The three modes, one line each, and nothing else between the heading and the exit statuses.
     const std::size_t list = help.out.find("\nmodes:\n"), listEnd = help.out.find("\n\nexit status:");
     ASSERT_LT(list, listEnd) << help.out;
@@ -169,6 +170,16 @@ TEST(HostProgram, BadCommandLinesAndFilesExitTwoWithOneLineHelpAndVersionZero) {
     const Outcome version = Host("--version");
     EXPECT_EQ(std::make_tuple(version.status, version.out, version.err),
               std::make_tuple(0, "tavrin-host " TAVRIN_VERSION "\nplug-in pluginjson@version:1.0.1.*.6872\n", ""));
+}
+
+// A document is read whole, from a file or from standard input, however its
+// length falls on the program's reads (of 64 KiB): here one byte past one.
+TEST(HostProgram, DocumentsAreReadWholeWhateverTheirLength) {
+    const TempFile input("long.json", "[" + std::string(65534, ' ') + "1]");
+    for (const std::string& args : {"parse '" + input.path + "'", std::string("parse -")}) {
+        const Outcome run = Host(args, input.path);
+        EXPECT_EQ(std::make_tuple(run.status, run.out, run.err), std::make_tuple(0, "[1]\n", "")) << args;
+    }
 }
 
 }  // namespace
