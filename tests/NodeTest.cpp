@@ -255,6 +255,55 @@ TEST(NodeStorage, ACopyThatFailsPartWayFreesAllItMade) {
     }
 }
 
+// Runs `action` with the n-th of its allocations failing, for n = 1, 2, ...
+// until one runs through without reaching it: each run must end in success
+// or std::bad_alloc and leave no allocation behind.
+void FailEachAllocationInTurn(const std::function<void()>& action) {
+    for (std::size_t n = 1;; ++n) {
+        const AllocationCounter counter;
+        bool threw = false;
+        {
+            const FailingAllocation failing(n);
+            try {
+                action();
+            } catch (const std::bad_alloc&) {
+                threw = true;
+            }
+        }
+        EXPECT_EQ(counter.Frees(), counter.Calls()) << "allocation " << n << " failing";
+        if (!threw && counter.Calls() < n) return;
+    }
+}
+
+// Memory running out at any allocation of reading, copying or writing a
+// tree loses nothing: on the quick path with items and members beyond their
+// room, through the Parser, in copies and in the writer.
+TEST(NodeStorage, MemoryRunningOutAtAnyAllocationLeavesNothingBehind) {
+    const char* text = R"({"a":[[1,2],[3,"a text longer than inline ones",4.5,true,1/3,{"k":[]}]],)"
+                       R"("o":[{"a":1},{"a":1,"b":2,"c":3}],"s":"x"})";
+    Node read;
+    ASSERT_TRUE(read.Deserialize(text));
+    Node built = MakeArray({Int(1), Text("a text longer than inline ones"), MakeArray({Int(2)})});
+    FailEachAllocationInTurn([&] {
+        Node node;
+        if (node.Deserialize(text)) {
+            EXPECT_EQ(node.Serialize(), read.Serialize());
+        }
+    });
+    FailEachAllocationInTurn([&] {
+        tavrin::plugin::json::Parser parser(text);
+        const std::unique_ptr<Node> node(parser.ParseValue());
+    });
+    for (Node* tree : {&read, &built}) {
+        FailEachAllocationInTurn([&] { const Node copy(*tree); });
+        FailEachAllocationInTurn([&] {
+            Node target = Int(1);
+            target = *tree;
+        });
+        FailEachAllocationInTurn([&] { (void)tree->Serialize(); });
+    }
+}
+
 TEST(NodeStorage, TakingAndMovingLeaveTheSourceEmpty) {
     Node source = MakeArray({Int(1), Int(2)});
     void* const value = source._buf;

@@ -4,7 +4,7 @@
 #include <new>
 
 tavrin::test::AllocationTotals& tavrin::test::ThreadAllocations() {
-    thread_local AllocationTotals totals{0, 0, 0};
+    thread_local AllocationTotals totals{0, 0, 0, 0};
     return totals;
 }
 
@@ -12,6 +12,10 @@ tavrin::test::AllocationTotals& tavrin::test::ThreadAllocations() {
 // and nothrow forms of the standard library forward to these two.
 void* operator new(std::size_t size) {
     auto& totals = tavrin::test::ThreadAllocations();
+    if (totals.calls + 1 == totals.failingCall) {
+        totals.failingCall = 0;
+        throw std::bad_alloc();
+    }
     ++totals.calls;
     totals.bytes += size;
     if (void* p = std::malloc(size == 0 ? 1 : size)) return p;

@@ -9,6 +9,7 @@ namespace tavrin::test {
 // AllocationCounter.cpp).
 struct AllocationTotals {
     std::size_t calls, bytes, frees;
+    std::size_t failingCall;  // the number of the call that throws std::bad_alloc (0: none)
 };
 AllocationTotals& ThreadAllocations();
 
@@ -23,6 +24,16 @@ public:
 
 private:
     const AllocationTotals _start = ThreadAllocations();
+};
+
+// Makes the `n`-th allocation of this thread from now on (1: the next one)
+// throw std::bad_alloc, once, unless the object has gone first.
+class FailingAllocation {
+public:
+    explicit FailingAllocation(std::size_t n) { ThreadAllocations().failingCall = ThreadAllocations().calls + n; }
+    ~FailingAllocation() { ThreadAllocations().failingCall = 0; }
+    FailingAllocation(const FailingAllocation&) = delete;
+    FailingAllocation& operator=(const FailingAllocation&) = delete;
 };
 
 }  // namespace tavrin::test

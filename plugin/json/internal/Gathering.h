@@ -109,10 +109,13 @@ public:
         if (!read(item)) return false;
         // Word by word: the reader has just stored them so, and one load of
         // both, which the compiler would make of two, waits for the stores to
-        // reach the cache. The empty statement keeps them apart.
+        // reach the cache. The empty statement keeps them apart. The item
+        // lets go of its value only once the value is kept: should keeping
+        // it fail for want of memory, the item still frees it.
         const std::type_info* type = item._type;
         __asm__("" : "+r"(type));
-        _level.made.push_back({type, std::exchange(item._buf, nullptr)});
+        _level.made.push_back({type, item._buf});
+        item._buf = nullptr;
         return true;
     }
 
