@@ -47,6 +47,10 @@ TEST_F(Registration, FirstCallAddsBothInOrderLaterOnesLogOneLinePerName) {
     EXPECT_EQ(RegisteredNames(), kBoth);
     EXPECT_EQ(Registry().Find(kConvertName, true), first);
     EXPECT_EQ(_log.Lines(), kDuplicate + kDuplicate);
+    // A name that differs only in letter case is taken too.
+    tavrin::stream::addFunc("CMD_JSON_TO_ATTRSET_STRING", +[](int x) { return x; });
+    EXPECT_EQ(RegisteredNames(), kBoth);
+    EXPECT_EQ(_log.Lines(), kDuplicate + kDuplicate + kDuplicate);
 }
 
 TEST_F(Registration, ConcurrentRegistrationsAddEachNameOnce) {
