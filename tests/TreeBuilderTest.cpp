@@ -224,6 +224,24 @@ TEST(TreeBuilder, KeysAlikeInPartStayApart) {
     EXPECT_EQ(tree[1]["PREFIX__MIDDLE_b__SUFFIX"].Serialize(), "13");
 }
 
+// Keys alike but for one byte, wherever it stands, are told apart: short
+// keys, long ones and ones longer than the key hash cache takes. (The cache
+// takes a key only with room enough in the text after it: a last member
+// gives it.)
+TEST(TreeBuilder, KeysDifferingInOneByteStayApart) {
+    const std::string last = ",\"" + std::string(48, 'z') + "\":3}";
+    for (const std::size_t length : {1, 8, 9, 16, 17, 24, 33, 40, 41, 45}) {
+        const std::string key(length, 'k');
+        for (std::size_t at = 0; at < length; ++at) {
+            std::string other = key;
+            other[at] = 'x';
+            const std::string text = "{\"" + key + "\":1,\"" + other + "\":2" + last;
+            ASSERT_EQ(ByDeserialize(text), ByParser(text));
+            ASSERT_EQ(ByDeserialize(text).written, text);
+        }
+    }
+}
+
 // A tree read from text: values of every kind, strings on the heap too.
 Node ReadTree() {
     Node tree;
