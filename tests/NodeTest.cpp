@@ -298,7 +298,12 @@ TEST(NodeStorage, MemoryRunningOutAtAnyAllocationLeavesNothingBehind) {
         FailEachAllocationInTurn([&] { const Node copy(*tree); });
         FailEachAllocationInTurn([&] {
             Node target = Int(1);
-            target = *tree;
+            try {
+                target = *tree;
+            } catch (const std::bad_alloc&) {
+                EXPECT_TRUE(target.IsEmpty());
+                throw;
+            }
         });
         FailEachAllocationInTurn([&] { (void)tree->Serialize(); });
     }
