@@ -12,9 +12,11 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "json/JsonNode.h"
 #include "json/internal/DecimalToDouble.h"
+#include "json/internal/PowersOfFive.h"
 #include "json/internal/ShortestDecimal.h"
 
 namespace {
@@ -160,6 +162,27 @@ TEST(NumberText, TheQuickConversionsAnswerForTheNumbersDocumentsHold) {
     }
     EXPECT_LT(unansweredReads, 20);
     EXPECT_EQ(unansweredWrites, 0);
+}
+
+// The wide arithmetic under the conversions, at the carries and borrows that
+// cross every word (the 32-bit target multiplies without a 128-bit type).
+TEST(NumberText, WideArithmeticCarriesAndBorrowsAcrossEveryWord) {
+    using namespace tavrin::plugin::json;
+    const auto words = [](Wide192 w) { return std::vector<std::uint64_t>(w.word, w.word + 3); };
+    using Words = std::vector<std::uint64_t>;
+    constexpr std::uint64_t kAll = UINT64_MAX;
+    const Wide128 square = Multiply(kAll, kAll);
+    EXPECT_EQ(square.high, kAll - 1);
+    EXPECT_EQ(square.low, 1u);
+    EXPECT_EQ(words(Multiply(kAll, Wide128{kAll, kAll})), (Words{kAll - 1, kAll, 1}));
+    EXPECT_EQ(words(Multiply(kAll, Wide128{2, kAll})), (Words{2, kAll - 3, 1}));
+    EXPECT_EQ(words(Add(Wide192{{0, kAll, kAll}}, std::uint64_t{1})), (Words{1, 0, 0}));
+    EXPECT_EQ(words(Add(Wide192{{0, 5, kAll}}, std::uint64_t{2})), (Words{0, 6, 1}));
+    EXPECT_EQ(words(Add(Wide192{{0, kAll, kAll}}, Wide128{0, 1})), (Words{1, 0, 0}));
+    EXPECT_EQ(words(Add(Wide192{{0, kAll, 7}}, Wide128{1, 2})), (Words{1, 0, 9}));
+    EXPECT_EQ(words(Subtract(Wide192{{1, 0, 0}}, Wide128{0, 1})), (Words{0, kAll, kAll}));
+    EXPECT_EQ(words(Subtract(Wide192{{1, 0, 0}}, Wide128{kAll, kAll})), (Words{0, 0, 1}));
+    EXPECT_EQ(words(Subtract(Wide192{{2, 5, 9}}, Wide128{5, 9})), (Words{2, 0, 0}));
 }
 
 }  // namespace
