@@ -16,6 +16,7 @@
 #include "json/legacy/Serialize.h"
 #include "json/legacy/Value.h"
 #include "support/DeepDocuments.h"
+#include "support/FailEachAllocation.h"
 #include "support/SmallStack.h"
 
 namespace {
@@ -208,6 +209,27 @@ TEST(LegacyValue, SelfAssignmentAndAssignmentFromInsideKeepTheValue) {
     holder["o"]["x"] = 1;
     holder = std::move(holder["o"]);
     EXPECT_EQ(SerializeValue(holder), "{\"x\":1}");
+}
+
+// Memory running out at any allocation of reading, copying, assigning or
+// writing a document loses nothing.
+TEST(LegacyValue, MemoryRunningOutAtAnyAllocationLeavesNothingBehind) {
+    const std::string text = R"({"a":[1,-2.5,"a text longer than inline ones",true,null,3/4,{"k":[[]]}],)"
+                             R"("o":{"x":{"y":"z"}},"a":"again"})";
+    const json::Value read = json::Deserialize(text);
+    ASSERT_EQ(read.GetType(), json::ObjectVal);
+    tavrin::test::FailEachAllocationInTurn([&] {
+        const json::Value value = json::Deserialize(text);
+        if (value.GetType() != json::NullVal) {
+            EXPECT_EQ(SerializeValue(value), SerializeValue(read));
+        }
+    });
+    tavrin::test::FailEachAllocationInTurn([&] { const json::Value copy(read); });
+    tavrin::test::FailEachAllocationInTurn([&] {
+        json::Value target(ArrayOf({1, json::Value("a text longer than inline ones")}));
+        target = read;
+    });
+    tavrin::test::FailEachAllocationInTurn([&] { (void)json::Serialize(read); });
 }
 
 TEST(LegacyObject, LookupsAssignmentAndClear) {

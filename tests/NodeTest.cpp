@@ -22,6 +22,7 @@
 #include "json/JsonNode.h"
 #include "json/Parser.h"
 #include "support/AllocationCounter.h"
+#include "support/FailEachAllocation.h"
 #include "support/LogCapture.h"
 #include "support/SmallStack.h"
 
@@ -252,26 +253,6 @@ TEST(NodeStorage, ACopyThatFailsPartWayFreesAllItMade) {
             EXPECT_TRUE(target.IsEmpty());
         }
         EXPECT_EQ(counter.Frees(), counter.Calls());
-    }
-}
-
-// Runs `action` with the n-th of its allocations failing, for n = 1, 2, ...
-// until one runs through without reaching it: each run must end in success
-// or std::bad_alloc and leave no allocation behind.
-void FailEachAllocationInTurn(const std::function<void()>& action) {
-    for (std::size_t n = 1;; ++n) {
-        const AllocationCounter counter;
-        bool threw = false;
-        {
-            const FailingAllocation failing(n);
-            try {
-                action();
-            } catch (const std::bad_alloc&) {
-                threw = true;
-            }
-        }
-        EXPECT_EQ(counter.Frees(), counter.Calls()) << "allocation " << n << " failing";
-        if (!threw && counter.Calls() < n) return;
     }
 }
 
