@@ -346,16 +346,16 @@ struct DerivedFunc : IntFunc {  // does not provide its own Clone
     DerivedFunc() : IntFunc("derived", Twice) {}
 };
 
-TEST(ObjectFunc, CloneCopiesNameIdKeywordsFlagAndCallableObjectsAreReleasedWithTheirOwnSize) {
+TEST(ObjectFunc, CloneCopiesNameIdKeywordsRepeatsIncludedFlagAndCallableObjectsAreReleasedWithTheirOwnSize) {
     const long long before = tavrin::host::LiveObjectBytes();
     {
-        std::unique_ptr<IntFunc> func(new IntFunc("twice-fast", Twice));
+        std::unique_ptr<IntFunc> func(new IntFunc("twice-fast-twice", Twice));
         EXPECT_EQ(tavrin::host::LiveObjectBytes() - before, static_cast<long long>(sizeof(IntFunc)));
         func->Enable(false);
         std::unique_ptr<object> clone(func->Clone());
         ASSERT_NE(clone, nullptr);
         EXPECT_EQ(std::make_tuple(clone->GetName(), clone->ID(), KeywordsOf(*clone), clone->Enabled()),
-                  std::make_tuple(std::string("twice-fast"), func->ID(), KeywordsOf(*func), false));
+                  std::make_tuple(std::string("twice-fast-twice"), func->ID(), KeywordsOf(*func), false));
         // The copy's keywords live in its own inline buffer.
         const auto* keywords = reinterpret_cast<const char*>(clone->Keywords().begin());
         const auto* start = reinterpret_cast<const char*>(clone.get());
