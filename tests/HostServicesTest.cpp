@@ -83,10 +83,14 @@ TEST(HostLog, ALineIsAChainOfInsertionsOfTheirOwnKinds) {
     EXPECT_STREQ(LogPath(inTree.c_str()), "base/Factory.h");
     // One exactly as long is advanced to its end, as the framework advances every path.
     EXPECT_STREQ(LogPath(inTree.substr(0, static_cast<std::size_t>(offset)).c_str()), "");
-    __root_path_offset = 1000;
-    const std::string shown = LogPath("include/base/Factory.h");
+    std::vector<std::string> shown;
+    for (int other : {1000, 1, -5}) {  // a negative offset counts as none
+        __root_path_offset = other;
+        shown.emplace_back(LogPath("include/base/Factory.h"));
+    }
     __root_path_offset = offset;
-    EXPECT_EQ(shown, "include/base/Factory.h");
+    EXPECT_EQ(shown, (std::vector<std::string>{"include/base/Factory.h", "nclude/base/Factory.h",
+                                               "include/base/Factory.h"}));
 }
 
 // 32-bit parts are stored as given; wider ones reduced when that fits, else
