@@ -129,6 +129,10 @@ struct ValueLayout : json::Value {
     }
 };
 static_assert(sizeof(ValueLayout) == sizeof(json::Value));
+// The type numbers callers compare GetType() with.
+static_assert(json::NullVal == 0 && json::StringVal == 1 && json::IntVal == 2 && json::FloatVal == 3 &&
+              json::DoubleVal == 4 && json::ObjectVal == 5 && json::ArrayVal == 6 && json::BoolVal == 7 &&
+              json::FractionVal == 8);
 
 // The legacy reader's depth markers: one byte, objects 0, arrays 1.
 static_assert(sizeof(json::StackDepthType) == 1 && json::ObjectDepth == 0 && json::ArrayDepth == 1);
