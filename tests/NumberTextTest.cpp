@@ -1,7 +1,8 @@
 // Numbers read and written by the node side, against the C and C++
 // libraries on random values: the parser reads what strtoll and strtod read,
 // the writer's doubles are the shortest text that reads back to the same
-// bits, as std::to_chars writes it, with ".0" after an integer.
+// bits, as std::to_chars writes it, with ".0" after an integer; and the wide
+// arithmetic both conversions rest on, at its carries and borrows.
 #include <gtest/gtest.h>
 
 #include <charconv>
