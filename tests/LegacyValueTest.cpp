@@ -1,6 +1,6 @@
-// The json:: value library: fields, typed access, copies, objects, arrays,
-// equality, the text the writer makes, and documents nested to the bound and
-// beyond on a small stack.
+// The json:: value library: fields, typed access, copies, memory running
+// out, objects, arrays, equality, the text the writer makes, and documents
+// nested to the bound and beyond on a small stack.
 #include <gtest/gtest.h>
 
 #include <functional>
