@@ -1,10 +1,12 @@
 // The two conversion functions: the data-driven cases (the attribute-set
 // texts made from JSON documents and the log lines of the walk), the "p1"
-// address forms of the command and its refusals, and the deepest documents
-// converted on a small stack.
+// address forms of the command and its refusals, the deepest documents
+// converted on a small stack, and memory running out.
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
+#include <new>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -14,6 +16,7 @@
 #include "json/Parser.h"
 #include "support/ConvertFixture.h"
 #include "support/DeepDocuments.h"
+#include "support/FailEachAllocation.h"
 #include "support/SmallStack.h"
 
 namespace {
@@ -111,6 +114,34 @@ TEST_F(JsonConvert, DeepestAdmittedDocumentsConvertOnASmallStack) {
             EXPECT_EQ(out, converted);
         }
     }
+}
+
+// Memory running out at any allocation of either function lets the
+// std::bad_alloc through, leaves the output as it was and loses nothing.
+TEST_F(JsonConvert, MemoryRunningOutAtAnyAllocationLeavesTheOutputAndNothingBehind) {
+    const char* document = R"({"a":[1,2.5,"a text longer than inline ones",true,{"k":{"x":1}}],"o":{"p":[3,4]},"f":1/3})";
+    std::string expected;
+    ASSERT_TRUE(Convert(document, expected));
+    const auto failEachAllocation = [&](const std::function<bool(std::string&)>& convert) {
+        tavrin::test::FailEachAllocationInTurn([&] {
+            const tavrin::test::LogCapture log;
+            std::string out = "kept";
+            try {
+                EXPECT_TRUE(convert(out));
+            } catch (const std::bad_alloc&) {
+                EXPECT_EQ(out, "kept");
+                throw;
+            }
+            EXPECT_EQ(out, expected);
+        });
+    };
+    failEachAllocation([&](std::string& out) { return Convert(document, out); });
+    failEachAllocation([&](std::string& out) {
+        AttrSet args;
+        args.Add("p0", document);
+        args.Add("p1", HexAddress(&out).c_str());
+        return Command(args);
+    });
 }
 
 }  // namespace
