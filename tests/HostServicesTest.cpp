@@ -193,6 +193,9 @@ TEST(AttrSetAccess, GetValueKeyAndAdd) {
     EXPECT_TRUE(set.Add("c", nullptr));
     EXPECT_FALSE(set.Add(nullptr, "x"));
     EXPECT_EQ(Read(set), (Entries{{"a", "3"}, {"b", "2"}, {"c", ""}}));
+    set = Make({{"x", "1"}});  // the room of the dropped entries stays: still no entry there
+    EXPECT_EQ(std::make_tuple(set.Value(1), set.Key(1), set.Value(2), set.Key(2)),
+              std::make_tuple(nullptr, nullptr, nullptr, nullptr));
 }
 
 TEST(Hash, CaseFoldedFnv1aUpToTheStopCharacterAndTableLookups) {
