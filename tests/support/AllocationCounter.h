@@ -32,6 +32,8 @@ class FailingAllocation {
 public:
     explicit FailingAllocation(std::size_t n) { ThreadAllocations().failingCall = ThreadAllocations().calls + n; }
     ~FailingAllocation() { ThreadAllocations().failingCall = 0; }
+    // Whether the failing allocation has happened.
+    bool Reached() const { return ThreadAllocations().failingCall == 0; }
     FailingAllocation(const FailingAllocation&) = delete;
     FailingAllocation& operator=(const FailingAllocation&) = delete;
 };
