@@ -100,9 +100,6 @@ TEST(LegacyValue, AssignmentSetsOnlyItsFieldAndTypeClearOnlyTheType) {
     p.Clear();
     EXPECT_EQ(std::make_tuple(p.GetType(), p.size(), p.mStringVal), std::make_tuple(json::NullVal, 1u, "t"));
     EXPECT_EQ(Float(2.5f).ToInt(), 0);
-    json::Value reused = json::Deserialize("{\"a\": 5, \"A\": \"x\"}");  // an entry read twice
-    reused["a"] = 2.5f;
-    EXPECT_EQ(reused["a"].ToInt(), 0);
 }
 
 TEST(LegacyValue, EveryTypedAccessorThrowsItsMessageOnAnotherType) {
@@ -230,6 +227,24 @@ TEST(LegacyValue, MemoryRunningOutAtAnyAllocationLeavesNothingBehind) {
         target = read;
     });
     tavrin::test::FailEachAllocationInTurn([&] { (void)json::Serialize(read); });
+}
+
+// A repeated key's entry is assigned the later value as any value is: it
+// takes that value's type and the fields that carry it, and keeps its others.
+TEST(LegacyValue, ARepeatedKeyTakesTheLaterValueAndKeepsItsOtherFields) {
+    const json::Value read = json::Deserialize(R"({"a":[1,2],"b":true,"c":"x","a":5,"b":"y","c":[3],"d":7,"d":{b}})");
+    ASSERT_EQ(read.GetType(), json::ObjectVal);
+    const json::Value &a = read["a"], &b = read["b"], &c = read["c"], &d = read["d"];
+    EXPECT_EQ(std::make_tuple(a.GetType(), a.ToInt(), (a.*&LegacyProbe::mArrayVal).size()),
+              std::make_tuple(json::IntVal, 5, std::size_t{2}));
+    EXPECT_EQ(std::make_tuple(b.GetType(), b.ToString(), b.*&LegacyProbe::mBoolVal),
+              std::make_tuple(json::StringVal, "y", true));
+    EXPECT_EQ(std::make_tuple(c.GetType(), SerializeValue(c), c.*&LegacyProbe::mStringVal),
+              std::make_tuple(json::ArrayVal, "[3]", "x"));
+    EXPECT_EQ(std::make_pair(d.GetType(), d.*&LegacyProbe::mIntVal), std::make_pair(json::NullVal, 7));
+    json::Value reused = json::Deserialize(R"({"n": 5, "N": "x"})");  // seen through the integer accessor
+    reused["n"] = 2.5f;
+    EXPECT_EQ(reused["n"].ToInt(), 5);
 }
 
 TEST(LegacyObject, LookupsAssignmentAndClear) {
