@@ -235,8 +235,9 @@ TEST(LegacyValue, ARepeatedKeyTakesTheLaterValueAndKeepsItsOtherFields) {
     const json::Value read = json::Deserialize(R"({"a":[1,2],"b":true,"c":"x","a":5,"b":"y","c":[3],"d":7,"d":{b}})");
     ASSERT_EQ(read.GetType(), json::ObjectVal);
     const json::Value &a = read["a"], &b = read["b"], &c = read["c"], &d = read["d"];
-    EXPECT_EQ(std::make_tuple(a.GetType(), a.ToInt(), (a.*&LegacyProbe::mArrayVal).size()),
-              std::make_tuple(json::IntVal, 5, std::size_t{2}));
+    EXPECT_EQ(std::make_tuple(a.GetType(), a.ToInt(), a.*&LegacyProbe::mFloatVal, a.*&LegacyProbe::mDoubleVal,
+                              (a.*&LegacyProbe::mArrayVal).size()),
+              std::make_tuple(json::IntVal, 5, 5.0f, 5.0, std::size_t{2}));  // an integer read fills all three
     EXPECT_EQ(std::make_tuple(b.GetType(), b.ToString(), b.*&LegacyProbe::mBoolVal),
               std::make_tuple(json::StringVal, "y", true));
     EXPECT_EQ(std::make_tuple(c.GetType(), SerializeValue(c), c.*&LegacyProbe::mStringVal),
