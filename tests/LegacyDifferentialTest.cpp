@@ -204,22 +204,35 @@ json::Value ReferenceDeserialize(const std::string& text) {
     return ContainerOf(text, stack);
 }
 
-// Every value with its type and every text with its length, so that results
-// the unescaped writer would print alike (one text holding "," or two texts)
-// still differ.
+// The fields a value's type does not show, which later assignments and the
+// integer accessors of a float can bring back: those of every value read
+// must be what the step-by-step reading leaves in them.
+struct Fields : json::Value {
+    static std::string Hidden(const json::Value& v) {
+        const tavrin::base::Fraction& f = v.*&Fields::mFractionVal;
+        return "|" + std::to_string(v.*&Fields::mIntVal) + "," + std::to_string(v.*&Fields::mFloatVal) + "," +
+               std::to_string(v.*&Fields::mDoubleVal) + "," + v.*&Fields::mStringVal + "," +
+               std::to_string((v.*&Fields::mObjectVal).size()) + "," + std::to_string((v.*&Fields::mArrayVal).size()) +
+               "," + std::to_string(v.*&Fields::mBoolVal) + "," + std::to_string(f.num) + "/" + std::to_string(f.den);
+    }
+};
+
+// Every value with its type and all its fields, and every text with its
+// length, so that results the unescaped writer would print alike (one text
+// holding "," or two texts) still differ.
 std::string Outcome(const json::Value& v) {
     std::string text;
     switch (v.GetType()) {
-        case json::NullVal: return "null";
-        case json::StringVal: return "S" + std::to_string(v.ToString().size()) + ":" + v.ToString();
+        case json::NullVal: return "null" + Fields::Hidden(v);
+        case json::StringVal: return "S" + std::to_string(v.ToString().size()) + ":" + v.ToString() + Fields::Hidden(v);
         case json::ArrayVal:
             for (const json::Value& element : v.ToArray()) text += Outcome(element) + ";";
-            return "A" + std::to_string(v.size()) + "[" + text + "]";
+            return "A" + std::to_string(v.size()) + "[" + text + "]" + Fields::Hidden(v);
         case json::ObjectVal:
             for (const auto& entry : v.ToObject())
                 text += "K" + std::to_string(entry.key.size()) + ":" + entry.key + "=" + Outcome(entry.value) + ";";
-            return "O" + std::to_string(v.size()) + "{" + text + "}";
-        default: return std::to_string(v.GetType()) + ":" + SerializeValue(v);
+            return "O" + std::to_string(v.size()) + "{" + text + "}" + Fields::Hidden(v);
+        default: return std::to_string(v.GetType()) + ":" + SerializeValue(v) + Fields::Hidden(v);
     }
 }
 
@@ -248,7 +261,7 @@ TEST(LegacyDifferential, ReaderAgreesWithTheStepByStepReading) {
         const std::string text = wrapper[0] + body + wrapper[1];
         const std::string expected = Outcome(ReferenceDeserialize(text));
         ASSERT_EQ(Outcome(json::Deserialize(text)), expected) << "text: " << ::testing::PrintToString(text);
-        documents += expected != "null";
+        documents += expected.rfind("null", 0) != 0;
     }
     // Enough of the texts must be documents for the comparison to mean much.
     EXPECT_GT(documents, 4000);

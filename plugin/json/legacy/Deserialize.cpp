@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -142,15 +141,9 @@ std::uint32_t KeyHash(std::string_view key) {
     return found;
 }
 
-// A repeated key's entry is assigned the value read for it, as any value is
-// assigned: it takes the value's type and the fields that carry it, and
-// keeps its other fields. The value is read apart on the heap, so the frames
-// of the recursion stay small.
-[[gnu::noinline]] void DeserializeRepeated(std::string_view& text, bool& error, ReadState& state, Value& entry) {
-    const auto read = std::make_unique<Value>();
-    DeserializeValue(text, error, state, *read);
-    entry = std::move(*read);
-}
+// The slot of a repeated key goes back to Value() before the new value is
+// read into it, so it holds nothing of the old one.
+[[gnu::noinline]] void Refresh(Value& slot) { ValueAccess::Replace(slot, Value()); }
 
 // The members of an object between its braces. Whatever stands between a
 // value and the next key's opening quote is passed over.
@@ -166,12 +159,10 @@ void DeserializeMembers(std::string_view body, ReadState& state, Value& out) {
         if (colon == kNotFound || close == open + 1) return;
         const std::size_t count = entries.size();
         const std::size_t slot = EntryFor(entries, index, body.substr(open + 1, close - open - 1));
+        if (slot < count) Refresh(entries[slot].value);
         body.remove_prefix(colon + 1);
         bool error = false;
-        if (slot < count)
-            DeserializeRepeated(body, error, state, entries[slot].value);
-        else
-            DeserializeValue(body, error, state, entries[slot].value);
+        DeserializeValue(body, error, state, entries[slot].value);
         if (error) return;
     }
     ValueAccess::SetEntries(out, std::move(entries));

@@ -63,6 +63,20 @@ struct ValueAccess {
         v.mArrayVal.mValues = std::move(elements);
         v.mValueType = ArrayVal;
     }
+
+    // Makes `slot` exactly what `v` was, every field included.
+    static void Replace(Value& slot, Value&& v) noexcept {
+        using std::swap;
+        swap(slot.mValueType, v.mValueType);
+        swap(slot.mIntVal, v.mIntVal);
+        swap(slot.mFloatVal, v.mFloatVal);
+        swap(slot.mDoubleVal, v.mDoubleVal);
+        swap(slot.mStringVal, v.mStringVal);
+        slot.mObjectVal.mEntries.swap(v.mObjectVal.mEntries);
+        slot.mArrayVal.mValues.swap(v.mArrayVal.mValues);
+        swap(slot.mBoolVal, v.mBoolVal);
+        swap(slot.mFractionVal, v.mFractionVal);
+    }
 };
 
 }  // namespace json
