@@ -217,24 +217,29 @@ struct Fields : json::Value {
     }
 };
 
-// Every value with its type and all its fields, and every text with its
-// length, so that results the unescaped writer would print alike (one text
-// holding "," or two texts) still differ.
-std::string Outcome(const json::Value& v) {
+std::string Outcome(const json::Value& v);
+
+// Every value with its type and every text with its length, so that results
+// the unescaped writer would print alike (one text holding "," or two texts)
+// still differ.
+std::string Shown(const json::Value& v) {
     std::string text;
     switch (v.GetType()) {
-        case json::NullVal: return "null" + Fields::Hidden(v);
-        case json::StringVal: return "S" + std::to_string(v.ToString().size()) + ":" + v.ToString() + Fields::Hidden(v);
+        case json::NullVal: return "null";
+        case json::StringVal: return "S" + std::to_string(v.ToString().size()) + ":" + v.ToString();
         case json::ArrayVal:
             for (const json::Value& element : v.ToArray()) text += Outcome(element) + ";";
-            return "A" + std::to_string(v.size()) + "[" + text + "]" + Fields::Hidden(v);
+            return "A" + std::to_string(v.size()) + "[" + text + "]";
         case json::ObjectVal:
             for (const auto& entry : v.ToObject())
                 text += "K" + std::to_string(entry.key.size()) + ":" + entry.key + "=" + Outcome(entry.value) + ";";
-            return "O" + std::to_string(v.size()) + "{" + text + "}" + Fields::Hidden(v);
-        default: return std::to_string(v.GetType()) + ":" + SerializeValue(v) + Fields::Hidden(v);
+            return "O" + std::to_string(v.size()) + "{" + text + "}";
+        default: return std::to_string(v.GetType()) + ":" + SerializeValue(v);
     }
 }
+
+// Every value with all its fields, those its type shows and the others.
+std::string Outcome(const json::Value& v) { return Shown(v) + Fields::Hidden(v); }
 
 }  // namespace
 
