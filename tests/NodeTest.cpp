@@ -34,7 +34,7 @@ namespace {
 
 const char kSource[] = "plugin/json/JsonNode.cpp";
 const std::string kUnknown = RedLine(kSource, "Type", "unknow json node type!");
-const std::string kEmpty = RedLine("plugin/json/NodeWriter.cpp", "Serialize", "json node is empty!");
+const std::string kEmpty = RedLine(kSource, "Serialize", "json node is empty!");
 
 Node Int(long long value) { return Node(value); }
 Node Real(double value) { return Node(value); }

@@ -1,11 +1,13 @@
 #include "json/JsonNode.h"
 
 #include <cstdint>
+#include <string>
 #include <utility>
 
 #include "base/Log.h"
 #include "json/NodeMessages.h"
 #include "json/internal/NodeAccess.h"
+#include "json/internal/NodeWriter.h"
 
 namespace tavrin::plugin::json {
 
@@ -248,6 +250,17 @@ bool Node::Foreach(const std::function<bool(const char*, Node&)>& func) {
         if (!func(member.key.c_str(), member.value)) return false;
     }
     return true;
+}
+
+// Each empty node met writes nothing and is reported here, in the order of
+// the text.
+std::string Node::Serialize() {
+    std::string out;
+    {
+        detail::NodeWriter writer(*this, out);
+        while (writer.WriteToNextEmpty()) TAVRIN_LOG_ERROR(msg::kEmptyNode);
+    }
+    return out;
 }
 
 }  // namespace tavrin::plugin::json

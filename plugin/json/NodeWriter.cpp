@@ -1,101 +1,23 @@
-#include <algorithm>
+#include "json/internal/NodeWriter.h"
+
 #include <cstddef>
-#include <cstring>
 #include <string>
 #include <typeinfo>
-#include <vector>
 
-#include "base/Log.h"
 #include "json/JsonNode.h"
-#include "json/NodeMessages.h"
 #include "json/internal/HeapAhead.h"
 #include "json/internal/NodeAccess.h"
-#include "json/internal/NumberText.h"
 
-namespace tavrin::plugin::json {
+namespace tavrin::plugin::json::detail {
 
-namespace {
-
-using detail::ValueOf;
-
-// Text appended to a string through a pointer into its own storage, which
-// grows by doubling: no call and no check of the string's own per piece.
-// The string has its final size once the sink is gone.
-class TextSink {
-public:
-    explicit TextSink(std::string& out) : _out(out), _size(out.size()) {}
-    ~TextSink() { _out.resize(_size); }
-    TextSink(const TextSink&) = delete;
-    TextSink& operator=(const TextSink&) = delete;
-
-    // Room for `count` more characters; Commit says how many were used.
-    char* Room(std::size_t count) {
-        if (_out.size() - _size < count) _out.resize(std::max(2 * _out.size(), _size + count) + 64);
-        return &_out[_size];
+bool NodeWriter::WriteToNextEmpty() {
+    for (const Node* node = _stoppedAtEmpty ? Next() : &_root; node != nullptr; node = Next()) {
+        _stoppedAtEmpty = node->IsEmpty();
+        if (_stoppedAtEmpty) return true;
+        Write(*node);
     }
-    void Commit(const char* end) { _size = static_cast<std::size_t>(end - _out.data()); }
-
-    void Put(char c) { *Room(1) = c; ++_size; }
-    void Put(const char* text, std::size_t length) {
-        std::memcpy(Room(length), text, length);
-        _size += length;
-    }
-    template <std::size_t N>
-    void Put(const char (&text)[N]) { Put(text, N - 1); }
-    // A stored text up to its first NUL, unescaped, as the text form keeps
-    // it.
-    void PutText(const std::string& text) { Put(text.data(), std::min(text.size(), text.find('\0'))); }
-
-    void PutInteger(long long value) { Commit(WriteInteger(Room(kNumberTextMax), value)); }
-    void PutDouble(double value) { Commit(WriteDouble(Room(kNumberTextMax), value)); }
-
-private:
-    std::string& _out;
-    std::size_t _size;
-};
-
-// Writes the compact text of a node tree into one string, depth first, with a
-// stack of the containers still open instead of recursion. The caller hands
-// each node that Next returns to Write (or, for an empty node, writes nothing
-// and reports it), starting with the root.
-class NodeWriter {
-public:
-    explicit NodeWriter(std::string& out) : _out(out) {}
-
-    // Appends a value's text; a container gets its opening bracket, and its
-    // elements come from the following calls of Next. A node of no known
-    // kind writes nothing.
-    void Write(const Node& node);
-
-    // The next node to write, after the punctuation that goes before it and
-    // the closing brackets of the containers finished on the way; null when
-    // the whole tree is written.
-    const Node* Next();
-
-private:
-    template <class... Kinds>
-    void WriteIf(const Node& node);
-    template <class... Kinds, class Before>
-    bool WriteByRecord(const Node& node, Before before);
-    template <class T>
-    bool WriteAs(const Node& node);
-    void WriteValue(bool flag);
-    void WriteValue(long long integer);
-    void WriteValue(double real);
-    void WriteValue(const tavrin::base::Fraction& fraction);
-    void WriteValue(const std::string& text);
-    void WriteValue(const Node::Object& members);
-    void WriteValue(const Node::Array& items);
-
-    struct Open {
-        const Node::Array* items;
-        const Node::Object* members;
-        std::size_t next;
-    };
-
-    TextSink _out;
-    std::vector<Open> _open;
-};
+    return false;
+}
 
 void NodeWriter::Write(const Node& node) {
     WriteIf<double, long long, std::string, bool, tavrin::base::Fraction, Node::Object, Node::Array>(
@@ -200,20 +122,4 @@ const Node* NodeWriter::Next() {
     return nullptr;
 }
 
-}  // namespace
-
-std::string Node::Serialize() {
-    std::string out;
-    {
-        NodeWriter writer(out);
-        for (const Node* next = this; next != nullptr; next = writer.Next()) {
-            if (next->IsEmpty())
-                TAVRIN_LOG_ERROR(messages::node::kEmptyNode);
-            else
-                writer.Write(*next);
-        }
-    }
-    return out;
-}
-
-}  // namespace tavrin::plugin::json
+}  // namespace tavrin::plugin::json::detail
