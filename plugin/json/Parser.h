@@ -81,8 +81,9 @@ public:
 
 private:
     // Set when the parser gave up on the character after _pos, which it had
-    // stepped back from. Sits in the padding after _first: the layout and
-    // size stay as they were.
+    // stepped back from. The five members above keep their order and
+    // offsets; this one and those below make a Parser larger than they take
+    // on their own.
     bool _failedAhead;
     // The kind of the number starting at _pos, by look-ahead.
     const std::type_info* NumberKind();
