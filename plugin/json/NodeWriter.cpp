@@ -19,7 +19,7 @@ bool NodeWriter::WriteToNextEmpty() {
     return false;
 }
 
-void NodeWriter::Write(const Node& node) {
+[[gnu::always_inline]] inline void NodeWriter::Write(const Node& node) {
     WriteIf<double, long long, std::string, bool, tavrin::base::Fraction, Node::Object, Node::Array>(
         node);
 }
@@ -28,7 +28,7 @@ void NodeWriter::Write(const Node& node) {
 // the records' addresses settles most nodes at once; the others are told
 // apart by type_info equality.
 template <class... Kinds>
-void NodeWriter::WriteIf(const Node& node) {
+[[gnu::always_inline]] inline void NodeWriter::WriteIf(const Node& node) {
     if (!WriteByRecord<Kinds...>(node, [] {})) (void)((WriteAs<Kinds>(node)) || ...);
 }
 
@@ -97,7 +97,7 @@ void NodeWriter::WriteValue(const Node::Array& items) {
         _open.push_back({&items, nullptr, next});
 }
 
-const Node* NodeWriter::Next() {
+[[gnu::always_inline]] inline const Node* NodeWriter::Next() {
     while (!_open.empty()) {
         Open& top = _open.back();
         if (top.items != nullptr) {

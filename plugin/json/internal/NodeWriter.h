@@ -65,8 +65,10 @@ public:
     bool WriteToNextEmpty();
 
 private:
+    // The inline ones are made part of WriteToNextEmpty's loop, where the
+    // whole writing happens.
     template <class... Kinds>
-    void WriteIf(const Node& node);
+    inline void WriteIf(const Node& node);
     template <class... Kinds, class Before>
     bool WriteByRecord(const Node& node, Before before);
     template <class T>
@@ -82,11 +84,11 @@ private:
     // Appends a value's text; a container gets its opening bracket, and its
     // elements come from the following calls of Next. A node of no known
     // kind writes nothing.
-    void Write(const Node& node);
+    inline void Write(const Node& node);
     // The next node to write, after the punctuation that goes before it and
     // the closing brackets of the containers finished on the way; null when
     // the whole tree is written.
-    const Node* Next();
+    inline const Node* Next();
 
     struct Open {
         const Node::Array* items;
