@@ -205,6 +205,8 @@ TEST(Hash, CaseFoldedFnv1aUpToTheStopCharacterAndTableLookups) {
     EXPECT_EQ(Hash(std::string("ab-cd"), '-'), Hash("ab"));
     EXPECT_EQ(Hash(std::string("aBc"), 'b'), Hash("abc"));  // the stop character is compared before folding
     EXPECT_EQ(Hash(std::string("ab\0cd", 5), '\0'), Hash("ab"));
+    const char* text = "FooBar";
+    EXPECT_EQ(Hash(text, 0), 3214735720u);  // a text and stop character 0: the string form
     EXPECT_NE(Hash("\xC0"), Hash("\xE0"));  // bytes above 127 are not folded
     ASSERT_EQ(Hash("costarring"), Hash("liquid"));
     HashTable<std::string, int> table;

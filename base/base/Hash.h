@@ -29,8 +29,10 @@ inline std::uint32_t Hash(const std::string& s, char stop) {
     return h;
 }
 
-// Case-folding 32-bit FNV-1a of the bytes from `first` up to `last`.
-inline std::uint32_t Hash(const char* first, const char* last) {
+// Case-folding 32-bit FNV-1a of the bytes from `first` up to `last`. Named
+// apart from Hash: as an overload it would take Hash(text, 0), meant for the
+// string form with stop character 0, as a range ending at a null pointer.
+inline std::uint32_t HashBytes(const char* first, const char* last) {
     std::uint32_t h = detail::kFnvOffset;
     for (; first != last; ++first) h = detail::HashStep(h, static_cast<unsigned char>(*first));
     return h;

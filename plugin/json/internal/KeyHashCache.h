@@ -24,7 +24,7 @@ public:
         const auto readable = static_cast<std::size_t>(readableEnd - first);
         if (length <= kShortKeyBytes && readable >= kShortKeyBytes) return ShortKeyHash(first, last);
         if (length <= kLongKeyBytes && readable >= kLongKeyBytes) return LongKeyHash(first, last);
-        return tavrin::base::Hash(first, last);
+        return tavrin::base::HashBytes(first, last);
     }
 
 private:
@@ -62,7 +62,7 @@ private:
         const std::uint64_t tail = length > 8 ? Masked(LoadWord(first + 8), length - 8) : 0;
         // Keys of one length that begin alike share a slot.
         ShortEntry& entry = _short[Slot(head ^ length, kShortSlotBits)];
-        if (entry.head != head || entry.tail != tail) entry = {head, tail, tavrin::base::Hash(first, last)};
+        if (entry.head != head || entry.tail != tail) entry = {head, tail, tavrin::base::HashBytes(first, last)};
         return entry.hash;
     }
 
@@ -73,7 +73,7 @@ private:
         // Long keys often share a beginning ("profile_..."): their last
         // eight bytes tell them apart.
         LongEntry& entry = _long[Slot(words[0] ^ LoadWord(last - 8) ^ length, kLongSlotBits)];
-        if (entry.words != words) entry = {words, tavrin::base::Hash(first, last)};
+        if (entry.words != words) entry = {words, tavrin::base::HashBytes(first, last)};
         return entry.hash;
     }
 
