@@ -19,6 +19,24 @@ inline const char* LogPath(const char* file) {
     return std::strlen(file) >= offset ? file + offset : file;
 }
 
+// A message piece worked out only when the line reaches it, as a value in a
+// chain of insertions is: whatever working it out writes to the log (a line
+// of its own) stands between the pieces before it and those after it.
+template <class Make>
+struct WorkedOutPiece {
+    Make make;
+};
+
+template <class Make>
+WorkedOutPiece<Make> WhenReached(Make make) {
+    return {make};
+}
+
+template <class Make>
+ostream& operator<<(ostream& os, const WorkedOutPiece<Make>& piece) {
+    return os << piece.make();
+}
+
 // Writes one log line to *cout as separate insertions: colour, source path
 // (LogPath), "/", line, "/", function word, ":\t", the message pieces, '\n',
 // colour reset. Kept out of line, so that the functions that log stay small

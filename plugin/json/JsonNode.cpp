@@ -19,6 +19,12 @@ using Array = Node::Array;
 using Object = Node::Object;
 namespace msg = messages::node;
 
+// The node's kind name as the last piece of a log line, asked for when the
+// line reaches it: a node of no kind logs its own line there, inside this one.
+auto KindWhenReached(const Node& node) {
+    return tavrin::base::WhenReached([&node] { return node.Type(); });
+}
+
 // Element counts are logged as unsigned 32-bit numbers.
 std::uint32_t Count(std::size_t size) { return static_cast<std::uint32_t>(size); }
 
@@ -121,7 +127,7 @@ void Node::Clear() { *this = Node(); }
 Node& Node::operator[](int index) {
     Array* items = ValueOf<Array>(*this);
     if (items == nullptr) {
-        TAVRIN_LOG_ERROR(msg::kArrayRequired, msg::kThisTypeIs, Type());
+        TAVRIN_LOG_ERROR(msg::kArrayRequired, msg::kThisTypeIs, KindWhenReached(*this));
         return *this;
     }
     if (InRange(index, items->size())) return (*items)[static_cast<std::size_t>(index)];
@@ -183,7 +189,7 @@ bool Node::AddOrChange(const std::string& key, const Node& node) {
 bool Node::Remove(int index) {
     Array* items = ValueOf<Array>(*this);
     if (items == nullptr) {
-        TAVRIN_LOG_ERROR(msg::kArrayRequired, msg::kThisTypeIs, Type());
+        TAVRIN_LOG_ERROR(msg::kArrayRequired, msg::kThisTypeIs, KindWhenReached(*this));
         return false;
     }
     if (!InRange(index, items->size())) {

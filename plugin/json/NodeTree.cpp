@@ -142,9 +142,10 @@ void Node::CopyContainer(Node* node, const Object& src) { CopyTree(node, src); }
 
 // Containers nested this deep are freed by plain recursion, which is the
 // quickest way; below that, each container's nested containers are moved out
-// and freed one after another.
+// and freed one after another. A node without a _destroy handler frees
+// nothing.
 void Node::Release() noexcept {
-    if (IsFilledContainer(*this)) {
+    if (IsFilledContainer(*this) && _destroy) {
         if (tRecursiveReleases < kRecursiveReleaseLevels) {
             const ReleaseLevels level;
             _destroy(this);

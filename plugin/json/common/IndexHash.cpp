@@ -24,6 +24,9 @@ std::uint64_t DrawSeed() {
 
 }  // namespace
 
-const std::uint64_t kIndexSeed = DrawSeed();
+std::uint64_t IndexSeed() {
+    static const std::uint64_t seed = DrawSeed();
+    return seed;
+}
 
 }  // namespace tavrin::plugin::json::common
