@@ -211,6 +211,21 @@ TEST(NodeStorage, ContainersWithoutHandlersAreCopiedToo) {
     }
 }
 
+// A container whose _destroy slot was emptied by hand is not freed by the
+// node, on its own or as an item: no handler, nothing freed.
+TEST(NodeStorage, ContainersWithoutDestroyHandlerAreLeftToTheirMaker) {
+    Node::Array* kept[2] = {};
+    {
+        Node alone = MakeArray({Int(1)});
+        Node parent = MakeArray({MakeArray({Int(2)})});
+        for (Node* node : {&alone, &parent[0]}) node->_destroy = nullptr;
+        kept[0] = static_cast<Node::Array*>(alone._buf);
+        kept[1] = static_cast<Node::Array*>(parent[0]._buf);
+    }
+    EXPECT_EQ((*kept[0])[0].Serialize() + (*kept[1])[0].Serialize(), "12");
+    for (Node::Array* array : kept) delete array;
+}
+
 // The items of a tree read from text are freed together while their handlers
 // are the reader's own. An item given a handler with state, in any of its
 // three slots, is freed through its handlers instead, and the state with it:
