@@ -322,6 +322,14 @@ TEST(NodeStorage, TakingAndMovingLeaveTheSourceEmpty) {
     EXPECT_THROW(target = source, std::runtime_error);
     EXPECT_TRUE(target.IsEmpty());
     EXPECT_STREQ(target.Type(), "Array");
+    // A member set to a copy that fails is left as that target: an existing
+    // member in its place, a new one appended.
+    Node members = MakeObject({{"a", Int(1)}, {"b", Int(2)}});
+    EXPECT_THROW(members.AddOrChange("A", source), std::runtime_error);
+    EXPECT_THROW(members.AddOrChange("c", source), std::runtime_error);
+    EXPECT_EQ(members.Size(), 3u);
+    for (int at : {0, 2}) EXPECT_TRUE(members.As<Node::Object>()[at].value.IsEmpty()) << at;
+    EXPECT_EQ(std::string(members["a"].Type()) + members["c"].Type() + members["b"].Serialize(), "ArrayArray2");
     Node read;  // the same of a value read from text
     ASSERT_TRUE(read.Deserialize("[\"a text longer than inline ones\",2]"));
     Node readTaker(&read[0]);

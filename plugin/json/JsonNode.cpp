@@ -181,8 +181,16 @@ bool Node::AddOrChange(const std::string& key, const Node& node) {
         TAVRIN_LOG_ERROR(msg::kAddKey, key, msg::kAddKeyFailed);
         return false;
     }
-    Node copied(node);
-    (*members)[key] = std::move(copied);
+    // The copy is made first: `node` may be a member of this object, which
+    // appending would move. When copying throws, the member ends as a failed
+    // assignment leaves its target, appended if it was absent.
+    try {
+        Node copied(node);
+        (*members)[key] = std::move(copied);
+    } catch (...) {
+        (*members)[key] = KindOf(node);
+        throw;
+    }
     return true;
 }
 
