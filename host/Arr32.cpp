@@ -25,6 +25,11 @@ void Arr32::Grow() {
     _borrowed = false;
 }
 
+void Arr32::Clear() { _size = 0; }
+int Arr32::Size() const { return _size; }
+const std::uint32_t* Arr32::begin() const { return _data; }
+const std::uint32_t* Arr32::end() const { return _data + _size; }
+
 bool Arr32::Add(std::uint32_t value, bool unique) {
     if (unique && std::find(begin(), end(), value) != end()) return false;
     if (_size == _capacity) Grow();

@@ -28,10 +28,12 @@ public:
     // text adds nothing. Returns the number of values added.
     int Add(const char* text, char separator);
 
-    void Clear() { _size = 0; }
-    int Size() const { return _size; }
-    const std::uint32_t* begin() const { return _data; }
-    const std::uint32_t* end() const { return _data + _size; }
+    // Host operations, called rather than built into their callers: only the
+    // host knows its array's inner layout.
+    void Clear();
+    int Size() const;
+    const std::uint32_t* begin() const;
+    const std::uint32_t* end() const;
 
 private:
     void Grow();
