@@ -174,6 +174,19 @@ TEST(AbiFramework, VirtualSlotsInDeclaredOrder) {
               (Slots{0, 1, 2, 3, 4, -1}));
 }
 
+// The naming members' types; the interfaces and the allocation root add no
+// data and no destructor slot of their own.
+struct NamingTypes : object_name {
+    static_assert(kIs<decltype(_name), std::string> && kIs<decltype(_id), std::uint32_t>);
+};
+static_assert(std::is_empty_v<object_base> && !std::has_virtual_destructor_v<IParam>);
+// object: the four bases, then its one flag; object_func: object, the
+// callable interface, then its one member, the std::function.
+static_assert(sizeof(object) == sizeof(IParam) + sizeof(IAttributes) + sizeof(IMessageReceiver) +
+                                    sizeof(object_keywords) + alignof(object));
+static_assert(sizeof(object_func<bool, AttrSet&>) ==
+              sizeof(object) + sizeof(IFunc<bool, AttrSet&>) + sizeof(std::function<bool(AttrSet&)>));
+
 // Positions of the naming classes' members inside the object.
 struct NamingProbe : object_keywords {
     std::ptrdiff_t Offset(const void* member) const {
