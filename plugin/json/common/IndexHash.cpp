@@ -24,9 +24,6 @@ std::uint64_t DrawSeed() {
 
 }  // namespace
 
-std::uint64_t IndexSeed() {
-    static const std::uint64_t seed = DrawSeed();
-    return seed;
-}
+const std::uint64_t kIndexSeed = DrawSeed();
 
 }  // namespace tavrin::plugin::json::common

@@ -27,7 +27,7 @@ public:
             return table.size();
         }
         const std::size_t mask = _slots.size() - 1;
-        for (std::size_t s = SpreadHash(hash, _seed) & mask; _slots[s] != 0; s = (s + 1) & mask)
+        for (std::size_t s = SpreadHash(hash) & mask; _slots[s] != 0; s = (s + 1) & mask)
             if (table[_slots[s] - 1].hash == hash) return _slots[s] - 1;
         return table.size();
     }
@@ -44,7 +44,6 @@ public:
             Place(table, table.size() - 1);
             return;
         }
-        _seed = IndexSeed();
         _slots.assign(_slots.empty() ? kIndexFrom * 4 : _slots.size() * 2, 0);
         for (std::size_t i = 0; i < table.size(); ++i) Place(table, i);
     }
@@ -55,15 +54,13 @@ private:
     template <class Table>
     void Place(const Table& table, std::size_t position) {
         const std::size_t mask = _slots.size() - 1;
-        std::size_t s = SpreadHash(table[position].hash, _seed) & mask;
+        std::size_t s = SpreadHash(table[position].hash) & mask;
         while (_slots[s] != 0) s = (s + 1) & mask;
         _slots[s] = position + 1;
     }
 
     // Slot value 0 is free; otherwise the entry's position plus one.
     std::vector<std::size_t> _slots;
-    // IndexSeed(), taken when the slots are made.
-    std::uint64_t _seed = 0;
 };
 
 }  // namespace tavrin::plugin::json::common
