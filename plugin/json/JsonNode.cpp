@@ -184,13 +184,15 @@ bool Node::AddOrChange(const std::string& key, const Node& node) {
     // The copy is made first: `node` may be a member of this object, which
     // appending would move. When copying throws, the member ends as a failed
     // assignment leaves its target, appended if it was absent.
+    Node copied;
     try {
-        Node copied(node);
-        (*members)[key] = std::move(copied);
+        Node made(node);
+        copied = std::move(made);
     } catch (...) {
         (*members)[key] = KindOf(node);
         throw;
     }
+    (*members)[key] = std::move(copied);
     return true;
 }
 
