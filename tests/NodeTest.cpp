@@ -15,6 +15,7 @@
 #include <regex>
 #include <stdexcept>
 #include <string>
+#include <tuple>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -302,6 +303,19 @@ TEST(NodeStorage, MemoryRunningOutAtAnyAllocationLeavesNothingBehind) {
             }
         });
         FailEachAllocationInTurn([&] { (void)tree->Serialize(); });
+        // A member whose copy failed is left empty (appended when new); a
+        // member whose appending failed is not there.
+        FailEachAllocationInTurn([&] {
+            Node members = MakeObject({{"a", Int(1)}});
+            for (const char* key : {"a", "z"}) {
+                try {
+                    members.AddOrChange(key, *tree);
+                } catch (const std::bad_alloc&) {
+                    EXPECT_TRUE(members.HasKey(key) ? members[key].IsEmpty() : members.Size() == 1) << key;
+                    throw;
+                }
+            }
+        });
     }
 }
 
@@ -411,6 +425,22 @@ TEST(NodeContainer, RefusedOperationsLogOneLineAndChangeNothing) {
     log.Reset();
     EXPECT_FALSE(empty.Remove(0));
     EXPECT_EQ(log.Lines(), refusedOfNoKind("Remove"));
+}
+
+// Memory running out in AddOrChange: in the copy (the first allocation), the
+// new member is left empty; in appending it (the second), it is not added.
+TEST(NodeContainer, AddOrChangeOutOfMemoryInTheCopyOrInTheAppending) {
+    const Node five = Int(5);
+    for (const std::size_t failing : {1, 2}) {
+        Node members = MakeObject({{"a", Int(1)}});
+        members.As<Node::Object>().shrink_to_fit();  // the next member needs new room
+        {
+            const FailingAllocation fail(failing);
+            EXPECT_THROW(members.AddOrChange("z", five), std::bad_alloc);
+        }
+        EXPECT_EQ(std::make_tuple(members.HasKey("z"), members.Size()),
+                  std::make_tuple(failing == 1, failing == 1 ? std::size_t{2} : std::size_t{1}));
+    }
 }
 
 TEST(NodeContainer, ChangesGiveTheirTreesKeysIgnoreAsciiCase) {
