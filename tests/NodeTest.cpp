@@ -186,6 +186,9 @@ TEST(NodeStorage, CopiesAreDeepAndAssignmentIsSafeOnItsOwnParts) {
     target = target;
     target = target[1];
     EXPECT_EQ(target.Serialize(), R"({"b":"x"})");
+    Node whole = MakeArray({Int(1), Text("y")});
+    whole[0] = whole;  // a tree assigned into its own part: a copy of all it was
+    EXPECT_EQ(whole.Serialize(), R"([[1,"y"],"y"])");
     Node nested = MakeArray({MakeArray({Int(1), MakeObject({{"x", Int(2)}})})});
     nested = std::move(nested[0][1]);
     EXPECT_EQ(nested.Serialize(), R"({"x":2})");
