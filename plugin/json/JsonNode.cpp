@@ -186,8 +186,7 @@ bool Node::AddOrChange(const std::string& key, const Node& node) {
     // assignment leaves its target, appended if it was absent.
     Node copied;
     try {
-        Node made(node);
-        copied = std::move(made);
+        copied = Node(node);
     } catch (...) {
         (*members)[key] = KindOf(node);
         throw;
