@@ -83,6 +83,9 @@ TEST_F(JsonConvert, RefusedArgumentsAndTextsLeaveTheOutputUntouched) {
         // A refusal of the command's own is its only line; a refused text
         // logs the conversion's source line first, and no walker line.
         EXPECT_EQ(log.size() == lastLine.size(), lastLine != refused);
+        if (lastLine == refused) {
+            EXPECT_EQ(log.rfind(Cyan(outer.c_str(), std::string("src=") + text), 0), 0u);
+        }
         EXPECT_EQ(log.find("/convert:"), std::string::npos);
     }
     EXPECT_EQ(out, "kept");

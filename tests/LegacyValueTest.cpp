@@ -183,6 +183,8 @@ TEST(LegacyValue, CopiesOfEveryTypeCompareAndWriteLikeTheirSourceAndAreDeep) {
         EXPECT_EQ(SerializeValue(copy), SerializeValue(source));
         EXPECT_EQ(SerializeValue(assigned), SerializeValue(source));
         EXPECT_EQ(copy.GetType(), source.GetType());
+        const bool container = source.GetType() == json::ArrayVal || source.GetType() == json::ObjectVal;
+        EXPECT_EQ(copy.size(), container ? 2u : 1u);  // a value of another type counts as one
         json::Value changed(source);
         if (changed.GetType() == json::ObjectVal) changed["list"].ArrayRef().push_back(json::Value(9));
         EXPECT_EQ(SerializeValue(source), SerializeValue(copy)) << "copies are deep";

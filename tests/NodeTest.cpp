@@ -73,7 +73,8 @@ TEST(NodeStorage, KindsDefaultsAndTexts) {
         // Numbers read from texts are written as the conformance corpus says.
         {Real(-0.0), "double", "-0.0"}, {Real(inf), "double", "1e999"}, {Real(-inf), "double", "-1e999"},
         {Real(std::numeric_limits<double>::quiet_NaN()), "double", "0.0"}, {Default<double>(), "double", "0.0"},
-        {MakeFraction(-1, 2), "Fraction", "-1/2"}, {Default<Fraction>(), "Fraction", "0/1"},
+        {MakeFraction(-1, 2), "Fraction", "-1/2"}, {MakeFraction(1, -2), "Fraction", "1/-2"},
+        {Default<Fraction>(), "Fraction", "0/1"},
         {Text("a\"b"), "string", "\"a\"b\""}, {Text("\\n\t\\u00e9"), "string", "\"\\n\t\\u00e9\""},
         {Default<std::string>(), "string", "\"\""},
         {Default<Node::Object>(), "Object", "{}"}, {Default<Node::Array>(), "Array", "[]"},
@@ -184,6 +185,10 @@ TEST(NodeStorage, CopiesAreDeepAndAssignmentIsSafeOnItsOwnParts) {
     source[0].Insert("z", Int(9));
     EXPECT_EQ(target.Serialize(), R"([{"a":1},{"b":"x"}])");
     target = target;
+    const Node never;
+    Node emptied = Int(5);
+    emptied = never;
+    EXPECT_TRUE(emptied.IsEmpty() && emptied._type == nullptr);
     target = target[1];
     EXPECT_EQ(target.Serialize(), R"({"b":"x"})");
     Node whole = MakeArray({Int(1), Text("y")});

@@ -51,6 +51,13 @@ TEST_F(Registration, FirstCallAddsBothInOrderLaterOnesLogOneLinePerName) {
     tavrin::stream::addFunc("CMD_JSON_TO_ATTRSET_STRING", +[](int x) { return x; });
     EXPECT_EQ(RegisteredNames(), kBoth);
     EXPECT_EQ(_log.Lines(), kDuplicate + kDuplicate + kDuplicate);
+    // The first name taken beforehand: the second is still added, after it.
+    ClearRegistry();
+    tavrin::stream::addFunc(kConvertName, +[](int x) { return x; });
+    _log.Reset();
+    RegisterJsonConvert(nullptr);
+    EXPECT_EQ(RegisteredNames(), kBoth);
+    EXPECT_EQ(_log.Lines(), kDuplicate);
 }
 
 TEST_F(Registration, ConcurrentRegistrationsAddEachNameOnce) {
