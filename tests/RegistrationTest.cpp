@@ -54,9 +54,11 @@ TEST_F(Registration, FirstCallAddsBothInOrderLaterOnesLogOneLinePerName) {
     // The first name taken beforehand: the second is still added, after it.
     ClearRegistry();
     tavrin::stream::addFunc(kConvertName, +[](int x) { return x; });
+    object* theirs = Registry().Find(kConvertName, true);
     _log.Reset();
     RegisterJsonConvert(nullptr);
     EXPECT_EQ(RegisteredNames(), kBoth);
+    EXPECT_EQ(Registry().Find(kConvertName, true), theirs);
     EXPECT_EQ(_log.Lines(), kDuplicate);
 }
 
