@@ -11,10 +11,6 @@ Arr32::Arr32(std::uint32_t* storage, int capacity, bool borrowed)
     : _data(storage), _size(0), _capacity(storage != nullptr ? std::max(capacity, 0) : 0),
       _borrowed(borrowed) {}
 
-Arr32::~Arr32() {
-    if (!_borrowed) delete[] _data;
-}
-
 void Arr32::Grow() {
     const int capacity = _capacity < 4 ? 8 : _capacity * 2;
     auto* data = new std::uint32_t[static_cast<std::size_t>(capacity)];
@@ -25,7 +21,15 @@ void Arr32::Grow() {
     _borrowed = false;
 }
 
-void Arr32::Clear() { _size = 0; }
+void Arr32::Clear() {
+    if (!_borrowed) {
+        delete[] _data;
+        _data = nullptr;
+        _capacity = 0;
+    }
+    _size = 0;
+}
+
 int Arr32::Size() const { return _size; }
 const std::uint32_t* Arr32::begin() const { return _data; }
 const std::uint32_t* Arr32::end() const { return _data + _size; }

@@ -24,6 +24,7 @@
 #include "host/ObjectStats.h"
 #include "json/common/IndexHash.h"
 #include "support/AllocationCounter.h"
+#include "support/FailEachAllocation.h"
 #include "support/LogCapture.h"
 
 using namespace tavrin::base;
@@ -316,18 +317,21 @@ TEST(Arr32, UniqueAddSkipsValuesPresentStorageGrows) {
 }
 
 // Storage outgrown many times keeps every value, and what the array
-// allocated goes with it, the given storage staying the caller's.
+// allocated goes when it is cleared or goes itself, the given storage
+// staying the caller's.
 TEST(Arr32, OutgrownStorageKeepsEveryValueAndIsFreed) {
+    std::vector<std::uint32_t> added;
+    for (std::uint32_t v = 0; v < 7000; v += 7) added.push_back(v);
     const tavrin::test::AllocationCounter counter;
     {
         std::uint32_t two[2];
         Arr32 values(two, 2, true);
-        std::vector<std::uint32_t> added;
-        for (std::uint32_t v = 0; v < 7000; v += 7) {
-            added.push_back(v);
-            values.Add(v, false);
-        }
+        for (const std::uint32_t v : added) values.Add(v, false);
         EXPECT_EQ(std::vector<std::uint32_t>(values.begin(), values.end()), added);
+        values.Clear();
+        EXPECT_EQ(std::make_pair(counter.Frees(), values.begin()), std::make_pair(counter.Calls(), values.end()));
+        values.Add(5u, false);
+        EXPECT_EQ(std::vector<std::uint32_t>(values.begin(), values.end()), std::vector<std::uint32_t>{5u});
     }
     EXPECT_EQ(counter.Frees(), counter.Calls());
 }
@@ -381,6 +385,15 @@ TEST(ObjectFunc, CloneCopiesNameIdKeywordsRepeatsIncludedFlagAndCallableObjectsA
         const std::unique_ptr<object> plain(object("plain-one").Clone());
         EXPECT_EQ(plain != nullptr ? plain->GetName() : "", "plain-one");
     }
+    EXPECT_EQ(tavrin::host::LiveObjectBytes(), before);
+}
+
+// A clone that runs out of memory part-way (its name, its keywords beyond the
+// eight inline ones) gives back all it took, the object's own bytes included.
+TEST(ObjectFunc, CloneRunningOutOfMemoryAtAnyAllocationLeavesNothingBehind) {
+    const IntFunc func("a-b-c-d-e-f-g-h-i-j-k-l-m-n-o-p-q-r", Twice);
+    const long long before = tavrin::host::LiveObjectBytes();
+    tavrin::test::FailEachAllocationInTurn([&] { std::unique_ptr<object>(func.Clone()); });
     EXPECT_EQ(tavrin::host::LiveObjectBytes(), before);
 }
 

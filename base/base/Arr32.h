@@ -15,7 +15,10 @@ public:
     // `borrowed` is true the storage stays the caller's and is never freed;
     // otherwise it must come from new[] and the array frees it.
     Arr32(std::uint32_t* storage, int capacity, bool borrowed);
-    ~Arr32();
+    // Built into its callers: the array gives back what it owns through
+    // Clear, so code that destroys arrays (the object classes' inline
+    // destructors) takes no destructor from the host.
+    ~Arr32() { Clear(); }
     Arr32(const Arr32&) = delete;
     Arr32& operator=(const Arr32&) = delete;
 
@@ -29,7 +32,9 @@ public:
     int Add(const char* text, char separator);
 
     // Host operations, called rather than built into their callers: only the
-    // host knows its array's inner layout.
+    // host knows its array's inner layout. Clear empties the array and frees
+    // the storage it owns; borrowed storage stays in use, while an array that
+    // has outgrown its borrowed storage is left with none and grows again.
     void Clear();
     int Size() const;
     const std::uint32_t* begin() const;
