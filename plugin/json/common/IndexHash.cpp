@@ -1,24 +1,27 @@
 #include "json/common/IndexHash.h"
 
 #include <chrono>
-#include <random>
+#include <cstdint>
+#if __has_include(<sys/random.h>)
+#include <sys/random.h>
+#endif
 
 namespace tavrin::plugin::json::common {
 
 namespace {
 
-// The system's random source where it has one, mixed with the clock and an
-// address (randomised by the loader), which stand alone otherwise.
+// The clock and an address (randomised by the loader), mixed with the
+// system's random bytes when it has them ready. The draw never waits: a
+// device that loads the plug-in early in its start, before the system has
+// gathered its entropy, must not have its loading stall here.
 std::uint64_t DrawSeed() {
     std::uint64_t seed = static_cast<std::uint64_t>(
         std::chrono::steady_clock::now().time_since_epoch().count());
     seed ^= static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&seed)) << 16;
-    try {
-        std::random_device device;
-        seed ^= (std::uint64_t{device()} << 32) ^ device();
-    } catch (...) {
-        // No random device: the clock and the address stand alone.
-    }
+#ifdef GRND_NONBLOCK
+    std::uint64_t drawn = 0;
+    if (getrandom(&drawn, sizeof drawn, GRND_NONBLOCK) == static_cast<ssize_t>(sizeof drawn)) seed ^= drawn;
+#endif
     return seed;
 }
 
