@@ -384,6 +384,7 @@ TEST(ObjectFunc, CloneCopiesNameIdKeywordsRepeatsIncludedFlagAndCallableObjectsA
         EXPECT_EQ(FailingAttributes().Clone(), nullptr);  // a class of its own clones only by its own Clone
         const std::unique_ptr<object> plain(object("plain-one").Clone());
         EXPECT_EQ(plain != nullptr ? plain->GetName() : "", "plain-one");
+        delete static_cast<IFunc<int, int>*>(new IntFunc("through-the-interface", Twice));
     }
     EXPECT_EQ(tavrin::host::LiveObjectBytes(), before);
 }
