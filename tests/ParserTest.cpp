@@ -60,6 +60,14 @@ TEST(ParserCursor, ReadsUpToTheTerminatorAndLogsEveryReadPastIt) {
     placed.SkipSpaces();  // at the end, skipping reads past it once
     EXPECT_TRUE(placed.EOL());
     EXPECT_EQ(log.Lines(), pastEnd);
+    const char endsFirst[] = "\0 x";  // what follows the terminator is no text
+    Parser ended(endsFirst);
+    EXPECT_EQ(ended.GetNextChar(), 0);
+    log.Reset();
+    ended.SkipSpaces();
+    EXPECT_TRUE(ended.EOL());
+    EXPECT_EQ(ended.GetNextChar(), 0);
+    EXPECT_EQ(log.Lines(), pastEnd);
 }
 
 TEST(ParserCursor, RetractConcatSkipSpacesAndParseSpecific) {
