@@ -181,6 +181,9 @@ TEST(ParserReaders, OnlyTheFirstValueMustBeAContainer) {
     std::unique_ptr<Node>(nested.ParseValue());
     EXPECT_FALSE(nested._first);
     EXPECT_EQ(std::unique_ptr<Node>(nested.ParseValue())->Serialize(), "5");
+    Parser text("abc");  // a reader called first fails on the character it read
+    EXPECT_TRUE(std::unique_ptr<Node>(text.ParseString())->IsEmpty());
+    EXPECT_EQ(text.FailureOffset(), 0);
 }
 
 // (A refused text leaves the node as it was, and a NUL byte ends the text:
