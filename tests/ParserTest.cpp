@@ -167,7 +167,7 @@ TEST(ParserTypeDetect, CachedLookAheadGivesTheResultOfAFullScan) {
     EXPECT_EQ(kinds, "iidif");
 }
 
-TEST(ParserReaders, OnlyTheFirstValueMustBeAContainer) {
+TEST(ParserReaders, CalledDirectlyOnlyTheFirstValueMustBeAContainerAndAFailureIsPlaced) {
     LogCapture log;
     Parser fresh("[1]");
     EXPECT_TRUE(std::unique_ptr<Node>(fresh.ParseArray())->IsEmpty());
