@@ -1,5 +1,6 @@
 // The substitute framework's services: streams and log lines, fractions,
-// attribute sets, hashes and keyed tables, object classes and the registry.
+// attribute sets, hashes and keyed tables, object classes, the registry and
+// the modules' load-time announcements.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -22,6 +23,7 @@
 #include "base/ObjectList.h"
 #include "base/ToString.h"
 #include "host/ObjectStats.h"
+#include "host/ReflectLog.h"
 #include "json/common/IndexHash.h"
 #include "support/AllocationCounter.h"
 #include "support/FailEachAllocation.h"
@@ -396,6 +398,35 @@ TEST(ObjectFunc, CloneRunningOutOfMemoryAtAnyAllocationLeavesNothingBehind) {
     const long long before = tavrin::host::LiveObjectBytes();
     tavrin::test::FailEachAllocationInTurn([&] { std::unique_ptr<object>(func.Clone()); });
     EXPECT_EQ(tavrin::host::LiveObjectBytes(), before);
+}
+
+// Announced entries that say which of them ran.
+std::string gAnnouncedRun;
+void FirstAnnounced(const char* name) { gAnnouncedRun = std::string("first ") + name; }
+void SecondAnnounced(const char* name) { gAnnouncedRun = std::string("second ") + name; }
+void ThirdAnnounced(const char* name) { gAnnouncedRun = std::string("third ") + name; }
+
+TEST(Reflect, KeepsEveryAnnouncementInOrderAndFindsTheLatestUnderAName) {
+    using tavrin::host::FindReflected;
+    const std::size_t before = tavrin::host::ReflectCalls().size();
+    EXPECT_EQ(ReflectAdd(FirstAnnounced, 0, "test-a"), before + 1);
+    EXPECT_EQ(ReflectAdd(SecondAnnounced, 2, "test-b"), before + 2);
+    EXPECT_EQ(ReflectAdd(ThirdAnnounced, 0, "test-a"), before + 3);
+    EXPECT_EQ(ReflectAdd(FirstAnnounced, 1, nullptr), before + 4);
+    const auto calls = tavrin::host::ReflectCalls();
+    ASSERT_EQ(calls.size(), before + 4);
+    EXPECT_EQ(calls[before + 1].name, "test-b");
+    EXPECT_EQ(calls[before + 1].flags, 2);
+    EXPECT_EQ(calls[before + 3].name, "");
+    for (const auto& [name, run] : {std::pair<const char*, const char*>{"test-b", "second test-b"},
+                                    {"test-a", "third test-a"},
+                                    {"", "first "}}) {
+        const auto entry = FindReflected(name);
+        ASSERT_NE(entry, nullptr) << name;
+        entry(name);
+        EXPECT_EQ(gAnnouncedRun, run);
+    }
+    EXPECT_EQ(FindReflected("test-c"), nullptr);
 }
 
 TEST(ObjectList, FindsByIdOrExactTextKeepsOneObjectOfAnIdReleasesWhatItHolds) {
