@@ -402,25 +402,24 @@ TEST(ObjectFunc, CloneRunningOutOfMemoryAtAnyAllocationLeavesNothingBehind) {
 
 // Announced entries that say which of them ran.
 std::string gAnnouncedRun;
-void FirstAnnounced(const char* name) { gAnnouncedRun = std::string("first ") + name; }
-void SecondAnnounced(const char* name) { gAnnouncedRun = std::string("second ") + name; }
-void ThirdAnnounced(const char* name) { gAnnouncedRun = std::string("third ") + name; }
+template <int N>
+void Announced(const char* name) { gAnnouncedRun = std::to_string(N) + " " + name; }
 
 TEST(Reflect, KeepsEveryAnnouncementInOrderAndFindsTheLatestUnderAName) {
     using tavrin::host::FindReflected;
     const std::size_t before = tavrin::host::ReflectCalls().size();
-    EXPECT_EQ(ReflectAdd(FirstAnnounced, 0, "test-a"), before + 1);
-    EXPECT_EQ(ReflectAdd(SecondAnnounced, 2, "test-b"), before + 2);
-    EXPECT_EQ(ReflectAdd(ThirdAnnounced, 0, "test-a"), before + 3);
-    EXPECT_EQ(ReflectAdd(FirstAnnounced, 1, nullptr), before + 4);
+    EXPECT_EQ(ReflectAdd(Announced<1>, 0, "test-a"), before + 1);
+    EXPECT_EQ(ReflectAdd(Announced<2>, 2, "test-b"), before + 2);
+    EXPECT_EQ(ReflectAdd(Announced<3>, 0, "test-a"), before + 3);
+    EXPECT_EQ(ReflectAdd(Announced<1>, 1, nullptr), before + 4);
     const auto calls = tavrin::host::ReflectCalls();
     ASSERT_EQ(calls.size(), before + 4);
     EXPECT_EQ(calls[before + 1].name, "test-b");
     EXPECT_EQ(calls[before + 1].flags, 2);
     EXPECT_EQ(calls[before + 3].name, "");
-    for (const auto& [name, run] : {std::pair<const char*, const char*>{"test-b", "second test-b"},
-                                    {"test-a", "third test-a"},
-                                    {"", "first "}}) {
+    for (const auto& [name, run] : {std::pair<const char*, const char*>{"test-b", "2 test-b"},
+                                    {"test-a", "3 test-a"},
+                                    {"", "1 "}}) {
         const auto entry = FindReflected(name);
         ASSERT_NE(entry, nullptr) << name;
         entry(name);
