@@ -241,11 +241,14 @@ TEST(TreeBuilder, KeysDifferingInOneByteStayApart) {
             ASSERT_EQ(read.written, text);
         }
     }
-    // Many keys of 41 to 45 bytes that share their first forty: more than
-    // the cache has slots, so some meet in one.
+    // Many keys of one length (18, 27, 36 and 44 bytes) alike but in their
+    // last two or three: more than the cache has slots, so some meet in one,
+    // where only their third, fourth or fifth word tells them apart (keys of
+    // 44 bytes are longer than the cache takes).
     std::string many = "{";
-    for (int i = 0; i < 300; ++i)
-        many += "\"" + std::string(40, 'k') + std::to_string(i * 38) + "\":" + std::to_string(i) + ",";
+    for (const std::size_t shared : {14, 23, 32, 40})
+        for (int i = 0; i < 300; ++i)
+            many += "\"" + std::string(shared, 'k') + std::to_string(1000 + i) + "\":" + std::to_string(i) + ",";
     many += "\"\":0}";
     const Outcome read = ByDeserialize(many);
     EXPECT_EQ(read, ByParser(many));
