@@ -55,6 +55,7 @@ void RegisterScaling(const char* operation, DocumentLoop loop) {
 
 void RegisterAllScaling() {
     RegisterScaling("parse", ParseLoop<TavrinLibrary>);
+    RegisterScaling("parser_parse", ParseLoop<TavrinParserLibrary>);
     RegisterScaling("serialize", SerializeLoop<TavrinLibrary>);
     RegisterScaling("convert", ConvertLoop);
     RegisterScaling("legacy_parse", ParseLoop<LegacyLibrary>);
