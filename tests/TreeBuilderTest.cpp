@@ -226,8 +226,8 @@ TEST(TreeBuilder, KeysAlikeInPartStayApart) {
 
 // Keys alike but for one byte, wherever it stands, are told apart: short
 // keys, long ones and ones longer than the key hash cache takes; so are many
-// keys alike in all the bytes the cache compares. (The cache takes a key only
-// with room enough in the text after it: a last member gives it.)
+// keys of one length alike but in their last bytes. (The cache takes a key
+// only with room enough in the text after it: a last member gives it.)
 TEST(TreeBuilder, KeysDifferingInOneByteStayApart) {
     const std::string last = ",\"" + std::string(48, 'z') + "\":3}";
     for (const std::size_t length : {1, 8, 9, 16, 17, 24, 33, 40, 41, 45}) {
