@@ -186,4 +186,25 @@ TEST(NumberText, WideArithmeticCarriesAndBorrowsAcrossEveryWord) {
     EXPECT_EQ(words(Subtract(Wide192{{2, 5, 9}}, Wide128{5, 9})), (Words{2, 0, 0}));
 }
 
+// The table of powers of five against what 5^q * 5^-q = 1 says of it: both
+// significands lie in [2^127, 2^128), each short of its exact value by less
+// than one, so their product lies just below 2^(sum of the shifts), by less
+// than 2^129; that sum is 255, as 5^q is no power of two.
+TEST(NumberText, EachPowerOfFiveTimesItsInverseIsJustBelowAPowerOfTwo) {
+    using namespace tavrin::plugin::json;
+    constexpr std::uint64_t kAll = UINT64_MAX;
+    for (int q = 1; q <= kGreatestPowerOfFive && -q >= kLeastPowerOfFive; ++q) {
+        const PowerOfFive& up = PowerOfFiveAt(q);
+        const PowerOfFive& down = PowerOfFiveAt(-q);
+        ASSERT_EQ(up.shift + down.shift, 255) << q;
+        // The 256-bit product: its top three words, then its last one.
+        const Wide192 low = Multiply(up.significand.low, down.significand);
+        const Wide192 top = Add(Multiply(up.significand.high, down.significand), Wide128{low.word[0], low.word[1]});
+        // Above 2^255 - 2^129 = (2^63 - 1, 2^64 - 2, 0, 0) and below 2^255.
+        const bool rest = top.word[2] != 0 || low.word[2] != 0;
+        EXPECT_EQ(top.word[0], kAll >> 1) << q;
+        EXPECT_TRUE(top.word[1] == kAll || (top.word[1] == kAll - 1 && rest)) << q;
+    }
+}
+
 }  // namespace
