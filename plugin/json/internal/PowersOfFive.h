@@ -91,8 +91,8 @@ struct PowerOfFive {
     int shift;
 };
 
-// The table, computed from its definition when the library is loaded (a few
-// thousand instructions), so that looking a power up is an index.
+// The table, computed from its definition by the compiler, so that looking
+// a power up is an index.
 extern const std::array<PowerOfFive, kGreatestPowerOfFive - kLeastPowerOfFive + 1> kPowersOfFive;
 
 inline const PowerOfFive& PowerOfFiveAt(int q) {
