@@ -450,6 +450,7 @@ TEST(ObjectList, FindsByIdOrExactTextKeepsOneObjectOfAnIdReleasesWhatItHolds) {
         EXPECT_FALSE(list.Remove("cam-front") || list.Remove(nullptr));
         EXPECT_TRUE(list.Remove("Cam-front"));
         EXPECT_EQ(list.Size(), 0u);
+        EXPECT_EQ(list.At(0), nullptr);  // its room may still hold the removed pointer
         list.Add(new object("kept-until-the-end"), false);
     }
     EXPECT_EQ(tavrin::host::LiveObjectBytes(), before);
