@@ -167,6 +167,7 @@ TEST(AttrSetText, WritesEscapesAndReadsBack) {
     EXPECT_EQ(Make({{"root", inner.ToString(false)}, {"list", "1+2"}}).ToString(false),
               "{root={a=1,b={c=x}},list=1+2}");
     EXPECT_EQ(AttrSet().ToString(false), "{}");
+    EXPECT_EQ(inner.ToString(true), "{a=1,\nb={c=x}}");
     // Past a pair of kept braces the text is at its outermost level again.
     const AttrSet set = Make({{"k=1", "a,b%c"}, {"open", "}{"}, {"brace", "{"}, {"", ""}, {" k ", " \"v\\ "},
                               {"{x,y}=1", "{a=1},b={c}%"}});

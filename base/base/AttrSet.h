@@ -40,8 +40,10 @@ public:
 
     std::size_t Size() const;
 
-    // The single-line text form "{k1=v1,k2=v2}" ("{}" when empty). The flag is
-    // reserved and ignored. Texts are written as they are, except that at
+    // The single-line text form "{k1=v1,k2=v2}" ("{}" when empty). With
+    // `pretty` a host may write a form for people to read; this one breaks the
+    // line after each comma between pairs, so that a plug-in asking for it
+    // shows in its texts. Texts are written as they are, except that at
     // the outermost level of a text "%", ",", "=" are written as "%25",
     // "%2C", "%3D", and so are "{" and "}" ("%7B", "%7D") unless all braces of
     // the text pair up, so nested set texts appear unchanged.
