@@ -243,11 +243,13 @@ TEST(TreeBuilder, KeysDifferingInOneByteStayApart) {
     }
     // Many keys of one length (18, 27 and 36 bytes) alike but in their last
     // two or three: more than the cache has slots, so some meet in one, where
-    // only their third, fourth or fifth word tells them apart.
+    // only their third, fourth or fifth word tells them apart. Each follows
+    // the same 40 bytes of text, so only the key's own bytes differ.
+    const std::string value = "\"" + std::string(38, 'v') + "\"";
     std::string many = "{";
     for (const std::size_t shared : {14, 23, 32})
         for (int i = 0; i < 300; ++i)
-            many += "\"" + std::string(shared, 'k') + std::to_string(1000 + i) + "\":" + std::to_string(i) + ",";
+            many += "\"" + std::string(shared, 'k') + std::to_string(1000 + i) + "\":" + value + ",";
     many += "\"\":0}";
     const Outcome read = ByDeserialize(many);
     EXPECT_EQ(read, ByParser(many));
