@@ -130,7 +130,10 @@ std::size_t AttrSet::Size() const { return _entries.size(); }
 std::string AttrSet::ToString(bool pretty) const {
     std::string out = "{";
     for (std::size_t i = 0; i < _entries.size(); ++i) {
-        if (i != 0) out += pretty ? ",\n" : ",";
+        if (i != 0) {
+            out += ',';
+            if (pretty) out += '\n';
+        }
         AppendText(out, _entries[i].first);
         out += '=';
         AppendText(out, _entries[i].second);
