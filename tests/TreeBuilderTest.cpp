@@ -15,12 +15,14 @@
 #include "json/JsonNode.h"
 #include "json/Parser.h"
 #include "support/AllocationCounter.h"
+#include "support/GuardedText.h"
 #include "support/LogCapture.h"
 
 namespace {
 
 using tavrin::plugin::json::Node;
 using tavrin::plugin::json::Parser;
+using tavrin::test::GuardedText;
 using tavrin::test::LogCapture;
 
 struct Outcome {
@@ -35,36 +37,41 @@ void PrintTo(const Outcome& o, std::ostream* os) {
         << testing::PrintToString(o.log);
 }
 
-Outcome ByDeserialize(const std::string& text) {
+Outcome ByDeserialize(const char* text) {
     LogCapture log;
     Node node;
-    const bool ok = node.Deserialize(text.c_str());
+    const bool ok = node.Deserialize(text);
     return {ok, ok ? node.Serialize() : "", log.Text()};
 }
 
-Outcome ByParser(const std::string& text) {
+Outcome ByParser(const char* text) {
     LogCapture log;
-    Parser parser(text.c_str());
+    Parser parser(text);
     const std::unique_ptr<Node> node(parser.ParseValue());
     const std::string written = node->IsEmpty() ? "" : node->Serialize();
     return {!node->IsEmpty(), written, log.Text()};
 }
 
-// Documents with every kind, then changed a character or a few at a time:
-// mostly near misses of the grammar, where the two paths could part.
+// Documents with every kind, long runs of blanks, and strings, keys and
+// digits long enough to be read a word or a block at a time (keys of both
+// lengths that the key hash cache keeps).
+const char* const kSeeds[] = {
+    "{\"a\":[1,-0,2.5e-3,1E+2,\"x\\u00e9\\n\",true,false,3/04,{}],\"A\":{\"b\":[[],[[0]]]},\"c\":\"\"}",
+    " [ {\"k\":  1 } , [ 1 , 2 ] , -12.50 , \"s\" ]  tail",
+    "{\"1\":1,\"2\":2,\"3\":3,\"4\":4,\"5\":5,\"6\":6,\"7\":7,\"8\":8,\"9\":9,\"4\":0,\"X\":1,\"x\":2}",
+    "[123456789012345678901234,0.1234567890123456789012,9223372036854775808,-1e999,1/2]",
+    "{\"a key long enough for words\":\"a string that is read eight characters at a time, \xc3\xa9 too\"}",
+    "{\n        \"a\": [\n                1,\t\r\n   2\n        ],\n    \"b\":                 {}\n}",
+    "[[1,2,3],[4],[5,6,7,8,9],[0],[[1],[2,3],[]],[6,7],[8,9,1,2,3,4]]",
+    "{\"ten bytes!\":123,\"a key of thirty-four bytes, or so.\":45678}"};
+
+// The seeds changed a character or a few at a time: mostly near misses of
+// the grammar, where the two paths could part.
 TEST(TreeBuilder, EveryTextEndsAsTheParserEndsIt) {
-    const std::string seeds[] = {
-        "{\"a\":[1,-0,2.5e-3,1E+2,\"x\\u00e9\\n\",true,false,3/04,{}],\"A\":{\"b\":[[],[[0]]]},\"c\":\"\"}",
-        " [ {\"k\":  1 } , [ 1 , 2 ] , -12.50 , \"s\" ]  tail",
-        "{\"1\":1,\"2\":2,\"3\":3,\"4\":4,\"5\":5,\"6\":6,\"7\":7,\"8\":8,\"9\":9,\"4\":0,\"X\":1,\"x\":2}",
-        "[123456789012345678901234,0.1234567890123456789012,9223372036854775808,-1e999,1/2]",
-        "{\"a key long enough for words\":\"a string that is read eight characters at a time, \xc3\xa9 too\"}",
-        "{\n        \"a\": [\n                1,\t\r\n   2\n        ],\n    \"b\":                 {}\n}",
-        "[[1,2,3],[4],[5,6,7,8,9],[0],[[1],[2,3],[]],[6,7],[8,9,1,2,3,4]]"};
     const std::string alphabet = "{}[]\",:-+./eE0123456789 \t\ntfrueals\\u\x01\x1f\x7f\xc3";
     std::mt19937 random(20261124);
-    for (const std::string& seed : seeds) {
-        EXPECT_TRUE(ByDeserialize(seed).ok) << seed;
+    for (const std::string seed : kSeeds) {
+        EXPECT_TRUE(ByDeserialize(seed.c_str()).ok) << seed;
         for (int round = 0; round < 3000; ++round) {
             std::string text = seed;
             for (int edits = 1 + static_cast<int>(random() % 3); edits > 0; --edits) {
@@ -77,7 +84,19 @@ TEST(TreeBuilder, EveryTextEndsAsTheParserEndsIt) {
                     default: text.resize(at); break;
                 }
             }
-            ASSERT_TRUE(ByDeserialize(text) == ByParser(text)) << text;
+            ASSERT_TRUE(ByDeserialize(text.c_str()) == ByParser(text.c_str())) << text;
+        }
+    }
+}
+
+// Strings, keys, digits and blanks are read a word or a block at a time,
+// but never past the terminator: every cut of the seeds ends where one more
+// byte read crashes, and ends as the Parser ends it.
+TEST(TreeBuilder, NoReaderLooksPastTheTerminator) {
+    for (const std::string seed : kSeeds) {
+        for (std::size_t cut = 0; cut <= seed.size(); ++cut) {
+            const GuardedText text(seed.substr(0, cut));
+            ASSERT_EQ(ByDeserialize(text.c_str()), ByParser(text.c_str())) << text.c_str();
         }
     }
 }
@@ -175,8 +194,8 @@ TEST(TreeBuilder, StringsEndAtTheirFirstSpecialCharacterWhereverItStands) {
     for (const char special : {'"', '\\', '\x01', '\x1f', '\x7f'}) {
         for (std::size_t at = 0; at <= plain.size(); ++at) {
             const std::string text = "[\"" + plain.substr(0, at) + special + (special == '"' ? "]" : "n\"]");
-            const Outcome read = ByDeserialize(text);
-            ASSERT_EQ(read, ByParser(text)) << text;
+            const Outcome read = ByDeserialize(text.c_str());
+            ASSERT_EQ(read, ByParser(text.c_str())) << text;
             const bool valid = special == '"' || special == '\\';
             ASSERT_EQ(read.ok, valid) << text;
             ASSERT_EQ(read.written, valid ? text : "");
@@ -191,8 +210,8 @@ TEST(TreeBuilder, RunsOfBlanksEndAtTheirFirstOtherCharacterWhereverItStands) {
     for (const char c : {'\t', '\n', '!', '\x01', 'x', '\xa0'}) {
         for (std::size_t at = 1; at <= 17; ++at) {
             const std::string text = "[1," + std::string(at, ' ') + c + std::string(12, ' ') + "2]";
-            const Outcome read = ByDeserialize(text);
-            ASSERT_EQ(read, ByParser(text)) << text;
+            const Outcome read = ByDeserialize(text.c_str());
+            ASSERT_EQ(read, ByParser(text.c_str())) << text;
             ASSERT_EQ(read.ok, c == '\t' || c == '\n') << text;
         }
     }
@@ -215,7 +234,7 @@ TEST(TreeBuilder, KeysAlikeInPartStayApart) {
     const std::string object = R"({"k":0,"key":1,)" + alike + R"("KEY":10,)" + rest;
     const std::string expected = R"({"k":0,"key":10,)" + alike + rest;
     const std::string text = "[" + object + "," + object + "]";
-    EXPECT_EQ(ByDeserialize(text), ByParser(text));
+    EXPECT_EQ(ByDeserialize(text.c_str()), ByParser(text.c_str()));
     Node tree;
     ASSERT_TRUE(tree.Deserialize(text.c_str()));
     EXPECT_EQ(tree[1].Serialize(), expected);
@@ -236,8 +255,8 @@ TEST(TreeBuilder, KeysDifferingInOneByteStayApart) {
             std::string other = key;
             other[at] = 'x';
             const std::string text = "{\"" + key + "\":1,\"" + other + "\":2" + last;
-            const Outcome read = ByDeserialize(text);
-            ASSERT_EQ(read, ByParser(text));
+            const Outcome read = ByDeserialize(text.c_str());
+            ASSERT_EQ(read, ByParser(text.c_str()));
             ASSERT_EQ(read.written, text);
         }
     }
@@ -251,8 +270,8 @@ TEST(TreeBuilder, KeysDifferingInOneByteStayApart) {
         for (int i = 0; i < 300; ++i)
             many += "\"" + std::string(shared, 'k') + std::to_string(1000 + i) + "\":" + value + ",";
     many += "\"\":0}";
-    const Outcome read = ByDeserialize(many);
-    EXPECT_EQ(read, ByParser(many));
+    const Outcome read = ByDeserialize(many.c_str());
+    EXPECT_EQ(read, ByParser(many.c_str()));
     EXPECT_EQ(read.written, many);
 }
 
