@@ -622,6 +622,14 @@ TEST(NodeDepth, VeryDeepTreesNeedNoDeepStack) {
             }
             EXPECT_EQ(counter.Frees(), counter.Calls());
         }
+        {
+            // Freed last of its array, after many containers beside it.
+            Node array;
+            std::string besides;
+            for (int i = 0; i < 40; ++i) besides += ",[]";
+            ASSERT_TRUE(array.Deserialize("[0" + besides + "]"));
+            array[0] = ChainOfReadContainers(20000);
+        }
         for (int depth : {tavrin::plugin::json::Parser::kDefaultMaxDepth, 20000}) {
             for (bool mixed : {false, true}) {
                 const Node tree = Chain(depth, mixed);
