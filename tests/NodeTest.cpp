@@ -623,7 +623,9 @@ TEST(NodeDepth, VeryDeepTreesNeedNoDeepStack) {
             EXPECT_EQ(counter.Frees(), counter.Calls());
         }
         {
-            // Freed last of its array, after many containers beside it.
+            // A chain freed last of its array, after forty containers beside
+            // it: each gives back the levels it took, so the chain stays
+            // within the bound too.
             Node array;
             std::string besides;
             for (int i = 0; i < 40; ++i) besides += ",[]";
