@@ -184,6 +184,14 @@ TEST(NumberText, WideArithmeticCarriesAndBorrowsAcrossEveryWord) {
     EXPECT_EQ(words(Subtract(Wide192{{1, 0, 0}}, Wide128{0, 1})), (Words{0, kAll, kAll}));
     EXPECT_EQ(words(Subtract(Wide192{{1, 0, 0}}, Wide128{kAll, kAll})), (Words{0, 0, 1}));
     EXPECT_EQ(words(Subtract(Wide192{{2, 5, 9}}, Wide128{5, 9})), (Words{2, 0, 0}));
+    // The product by halves that the 32-bit target makes, against this machine's.
+    const std::uint64_t edges[] = {0, 1, 0xFFFFFFFFu, kAll << 32, kAll};
+    std::mt19937_64 random(20261128);
+    for (int i = 0; i < 2000; ++i) {
+        const std::uint64_t a = i < 25 ? edges[i / 5] : random(), b = i < 25 ? edges[i % 5] : random();
+        const Wide128 halves = MultiplyByHalves(a, b), product = Multiply(a, b);
+        ASSERT_TRUE(halves.high == product.high && halves.low == product.low) << a << " * " << b;
+    }
 }
 
 // The table of powers of five against what 5^q * 5^-q = 1 says of it: both

@@ -16,11 +16,8 @@ struct Wide128 {
     std::uint64_t low;
 };
 
-inline Wide128 Multiply(std::uint64_t a, std::uint64_t b) {
-#ifdef __SIZEOF_INT128__
-    const unsigned __int128 product = static_cast<unsigned __int128>(a) * b;
-    return {static_cast<std::uint64_t>(product >> 64), static_cast<std::uint64_t>(product)};
-#else
+// a * b from four 32-bit products: for machines without a 128-bit type.
+inline Wide128 MultiplyByHalves(std::uint64_t a, std::uint64_t b) {
     const std::uint64_t aLow = a & 0xFFFFFFFFu, aHigh = a >> 32;
     const std::uint64_t bLow = b & 0xFFFFFFFFu, bHigh = b >> 32;
     const std::uint64_t lowLow = aLow * bLow, lowHigh = aLow * bHigh;
@@ -28,6 +25,14 @@ inline Wide128 Multiply(std::uint64_t a, std::uint64_t b) {
     const std::uint64_t middle = (lowLow >> 32) + (lowHigh & 0xFFFFFFFFu) + (highLow & 0xFFFFFFFFu);
     return {highHigh + (lowHigh >> 32) + (highLow >> 32) + (middle >> 32),
             (middle << 32) | (lowLow & 0xFFFFFFFFu)};
+}
+
+inline Wide128 Multiply(std::uint64_t a, std::uint64_t b) {
+#ifdef __SIZEOF_INT128__
+    const unsigned __int128 product = static_cast<unsigned __int128>(a) * b;
+    return {static_cast<std::uint64_t>(product >> 64), static_cast<std::uint64_t>(product)};
+#else
+    return MultiplyByHalves(a, b);
 #endif
 }
 
