@@ -52,11 +52,11 @@ Outcome ByParser(const char* text) {
     return {!node->IsEmpty(), written, log.Text()};
 }
 
-// Documents with every kind, long runs of blanks, and strings, keys and
-// digits long enough to be read a word or a block at a time (keys of both
-// lengths that the key hash cache keeps; a fraction of nine digits after
-// seven integer digits, whose two words of digits must both come from the
-// fraction).
+// Documents with every kind, long runs of blanks, empty containers with a
+// blank inside, and strings, keys and digits long enough to be read a word
+// or a block at a time (keys of both lengths that the key hash cache keeps;
+// a fraction of nine digits after seven integer digits, whose two words of
+// digits must both come from the fraction).
 const char* const kSeeds[] = {
     "{\"a\":[1,-0,2.5e-3,1E+2,\"x\\u00e9\\n\",true,false,3/04,{}],\"A\":{\"b\":[[],[[0]]]},\"c\":\"\"}",
     " [ {\"k\":  1 } , [ 1 , 2 ] , -12.50 , 1234567.123456789,1,2,3, \"s\" ]  tail",
@@ -64,7 +64,7 @@ const char* const kSeeds[] = {
     "[123456789012345678901234,0.1234567890123456789012,9223372036854775808,-1e999,1/2]",
     "{\"a key long enough for words\":\"a string that is read eight characters at a time, \xc3\xa9 too\"}",
     "{\n        \"a\": [\n                1,\t\r\n   2\n        ],\n    \"b\":                 {}\n}",
-    "[[1,2,3],[4],[5,6,7,8,9],[0],[[1],[2,3],[]],[6,7],[8,9,1,2,3,4]]",
+    "[[1,2,3],[4],[5,6,7,8,9],[0],[[1],[2,3],[ ]],[6,7],[8,9,1,2,3,4],{ }]",
     "{\"ten bytes!\":123,\"a key of thirty-four bytes, or so.\":45678}"};
 
 // The seeds changed a character or a few at a time: mostly near misses of
