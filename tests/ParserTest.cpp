@@ -161,8 +161,8 @@ TEST(ParserTypeDetect, CachedLookAheadGivesTheResultOfAFullScan) {
         parser._pos = pos;
         kinds += Letter(parser.TypeDetect());
     }
-    parser._text = "1/2";
-    parser._pos = -1;
+    parser._text = "1 2/3";  // another text, read where the last scan ran
+    parser._pos = 1;
     kinds += Letter(parser.TypeDetect());
     EXPECT_EQ(kinds, "iidif");
 }
