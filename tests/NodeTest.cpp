@@ -310,6 +310,20 @@ TEST(NodeStorage, MemoryRunningOutAtAnyAllocationLeavesNothingBehind) {
                 throw;
             }
         });
+        // The copy handler as a host calls it: when it fails, the target
+        // is left without a value for its destructor to free again.
+        FailEachAllocationInTurn([&] {
+            Node target;
+            target._type = tree->_type;
+            target._destroy = tree->_destroy;
+            target._create = tree->_create;
+            try {
+                tree->_copy(&target, tree->_buf);
+            } catch (const std::bad_alloc&) {
+                EXPECT_TRUE(target.IsEmpty());
+                throw;
+            }
+        });
         FailEachAllocationInTurn([&] { (void)tree->Serialize(); });
         // A member whose copy failed is left empty (appended when new); a
         // member whose appending failed is not there.
