@@ -299,30 +299,29 @@ TEST(NodeStorage, MemoryRunningOutAtAnyAllocationLeavesNothingBehind) {
         tavrin::plugin::json::Parser parser(text);
         const std::unique_ptr<Node> node(parser.ParseValue());
     });
+    // A copy into a node that is there already leaves it empty when it
+    // fails, with nothing for its destructor to free again.
+    const auto copyInto = [](Node& target, const auto& copy) {
+        try {
+            copy();
+        } catch (const std::bad_alloc&) {
+            EXPECT_TRUE(target.IsEmpty());
+            throw;
+        }
+    };
     for (Node* tree : {&read, &built}) {
         FailEachAllocationInTurn([&] { const Node copy(*tree); });
         FailEachAllocationInTurn([&] {
             Node target = Int(1);
-            try {
-                target = *tree;
-            } catch (const std::bad_alloc&) {
-                EXPECT_TRUE(target.IsEmpty());
-                throw;
-            }
+            copyInto(target, [&] { target = *tree; });
         });
-        // The copy handler as a host calls it: when it fails, the target
-        // is left without a value for its destructor to free again.
+        // The copy handler as a host calls it.
         FailEachAllocationInTurn([&] {
             Node target;
             target._type = tree->_type;
             target._destroy = tree->_destroy;
             target._create = tree->_create;
-            try {
-                tree->_copy(&target, tree->_buf);
-            } catch (const std::bad_alloc&) {
-                EXPECT_TRUE(target.IsEmpty());
-                throw;
-            }
+            copyInto(target, [&] { tree->_copy(&target, tree->_buf); });
         });
         FailEachAllocationInTurn([&] { (void)tree->Serialize(); });
         // A member whose copy failed is left empty (appended when new); a
