@@ -184,7 +184,8 @@ TEST(NodeStorage, CopiesAreDeepAndAssignmentIsSafeOnItsOwnParts) {
     target = source;
     source[0].Insert("z", Int(9));
     EXPECT_EQ(target.Serialize(), R"([{"a":1},{"b":"x"}])");
-    target = target;
+    Node& itself = target;
+    target = itself;  // through a reference, as a self-assignment comes about
     const Node never;
     Node emptied = Int(5);
     emptied = never;
