@@ -236,7 +236,9 @@ TEST(LegacyValue, MemoryRunningOutAtAnyAllocationLeavesNothingBehind) {
 // three numeric ones: a repeated key's entry keeps nothing of its earlier
 // value.
 TEST(LegacyValue, ValuesReadHoldOnlyTheFieldsOfTheirTypeRepeatedKeysIncluded) {
-    const json::Value read = json::Deserialize(R"({"a":[1,2],"b":true,"c":"x","a":5,"b":"y","c":[3],"d":7,"d":{b},"e":{"f":1},"e":1/2,"e":{b}})");
+    // Every key is there before the first repeat: no entry moves after it.
+    const json::Value read = json::Deserialize(R"({"a":[1,2],"b":true,"c":"x","d":7,"e":{"f":1},)"
+                                               R"("a":5,"b":"y","c":[3],"d":{b},"e":1/2,"e":{b}})");
     ASSERT_EQ(read.GetType(), json::ObjectVal);
     const json::Value &a = read["a"], &b = read["b"], &c = read["c"], &d = read["d"], &e = read["e"];
     EXPECT_EQ(std::make_tuple(a.GetType(), a.ToInt(), a.*&LegacyProbe::mFloatVal, a.*&LegacyProbe::mDoubleVal,
@@ -246,7 +248,9 @@ TEST(LegacyValue, ValuesReadHoldOnlyTheFieldsOfTheirTypeRepeatedKeysIncluded) {
               std::make_tuple(json::StringVal, "y", false));
     EXPECT_EQ(std::make_tuple(c.GetType(), SerializeValue(c), c.*&LegacyProbe::mStringVal),
               std::make_tuple(json::ArrayVal, "[3]", ""));
-    EXPECT_EQ(std::make_pair(d.GetType(), d.*&LegacyProbe::mIntVal), std::make_pair(json::NullVal, 0));
+    EXPECT_EQ(std::make_tuple(d.GetType(), d.*&LegacyProbe::mIntVal, d.*&LegacyProbe::mFloatVal,
+                              d.*&LegacyProbe::mDoubleVal),
+              std::make_tuple(json::NullVal, 0, 0.0f, 0.0));
     const tavrin::base::Fraction& half = e.*&LegacyProbe::mFractionVal;  // 1/2, then the default again
     EXPECT_EQ(std::make_tuple(e.GetType(), (e.*&LegacyProbe::mObjectVal).size(), half.num, half.den),
               std::make_tuple(json::NullVal, 0u, 0, 1));
