@@ -184,6 +184,11 @@ TEST(ParserReaders, CalledDirectlyOnlyTheFirstValueMustBeAContainerAndAFailureIs
     Parser text("abc");  // a reader called first fails on the character it read
     EXPECT_TRUE(std::unique_ptr<Node>(text.ParseString())->IsEmpty());
     EXPECT_EQ(text.FailureOffset(), 0);
+    Parser again("[1,x] [2]");  // a failed container leaves nothing to the next one of its level
+    again._first = false;
+    EXPECT_TRUE(std::unique_ptr<Node>(again.ParseArray())->IsEmpty());
+    again._pos = 5;  // on the blank before "[2]"
+    EXPECT_EQ(std::unique_ptr<Node>(again.ParseArray())->Serialize(), "[2]");
 }
 
 // (A refused text leaves the node as it was, and a NUL byte ends the text:
