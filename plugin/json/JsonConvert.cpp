@@ -1,6 +1,6 @@
 // JSON to attribute-set text: a walk over a parsed Node tree and the two
 // functions the plug-in registers with the host.
-#include "json/JsonConvert.h"
+#include "json/internal/JsonConvert.h"
 
 #include <cstdint>
 #include <cstdlib>

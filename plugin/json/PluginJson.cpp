@@ -6,7 +6,7 @@
 #include "base/AttrSet.h"
 #include "base/Factory.h"
 #include "base/Reflect.h"
-#include "json/JsonConvert.h"
+#include "json/internal/JsonConvert.h"
 
 namespace {
 
