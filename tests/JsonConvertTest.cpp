@@ -57,7 +57,8 @@ TEST_F(JsonConvert, EveryCaseGivesItsTextAndItsLog) {
 }
 
 // The command checks "p0", "p1" (an address in hexadecimal, with or without
-// "0x") and the text in that order; nothing is written on a refusal.
+// "0x" or "0X", after blanks or a sign) and the text in that order; nothing
+// is written on a refusal.
 TEST_F(JsonConvert, RefusedArgumentsAndTextsLeaveTheOutputUntouched) {
     std::string out = "kept";
     const std::string address = HexAddress(&out, "0x"), outer = "convertJsonToAttrSetString";
@@ -89,7 +90,7 @@ TEST_F(JsonConvert, RefusedArgumentsAndTextsLeaveTheOutputUntouched) {
         EXPECT_EQ(log.find("/convert:"), std::string::npos);
     }
     EXPECT_EQ(out, "kept");
-    for (const char* prefix : {"0x", ""}) {
+    for (const char* prefix : {"0x", "", " \t0X", "+0x"}) {
         AttrSet args;
         args.Add("p0", "{\"a\":1,\"b\":[\"x\"]}");
         args.Add("p1", HexAddress(&out, prefix).c_str());
