@@ -127,7 +127,8 @@ TEST(LegacyValue, EveryTypedAccessorThrowsItsMessageOnAnotherType) {
         {text, [&] { (void)number.ToString(); }}, {text, [&] { (void)number.StringRef(); }},
         {text, [&] { (void)static_cast<std::string>(constNumber); }},
         {text, [&] { (void)static_cast<std::string&>(number); }}, {fraction, [&] { (void)number.FractionRef(); }},
-        {array, [&] { (void)json::Value(json::Object()).ArrayRef(); }},
+        {array, [&] { (void)json::Value(json::Object()).ArrayRef(); }}, {numeric, [] { (void)json::Value().ToInt(); }},
+        {text, [] { json::Value cleared("x"); cleared.Clear(); (void)cleared.ToString(); }},
     };
     for (std::size_t i = 0; i < cases.size(); ++i) {
         EXPECT_EQ(RuntimeErrorOf(cases[i].second), cases[i].first) << "case " << i;
@@ -274,6 +275,9 @@ TEST(LegacyObject, LookupsAssignmentAndClear) {
     EXPECT_THROW((void)v["c"], std::out_of_range);
     EXPECT_THROW((void)v.ToObject()[std::string("c")], std::out_of_range);
     EXPECT_EQ(v.ToObject().find("B"), v.ToObject().begin() + 1);
+    json::Value named = ObjectWith({"Name"});
+    named["NAME"] = 5;
+    EXPECT_EQ(std::make_tuple(named.HasKey("name"), SerializeValue(named)), std::make_tuple(true, "{\"Name\":5}"));
 
     json::Object target;
     target["old"] = 1;
@@ -374,7 +378,8 @@ TEST(LegacySerialize, ValuesWriteTheirTextsOnlyObjectsAndArraysAreDocuments) {
         {Double(-std::numeric_limits<double>::infinity()), "null"},
         {Float(std::numeric_limits<float>::infinity()), "null"},
         // Nothing is escaped.
-        {Array({json::Value("a\"b"), json::Value("line\nbreak\t\x01")}), "[\"a\"b\",\"line\nbreak\t\x01\"]"},
+        {Array({json::Value(), json::Value("a\"b"), json::Value("line\nbreak\t\x01")}),
+         "[null,\"a\"b\",\"line\nbreak\t\x01\"]"},
     };
     for (const auto& [value, text] : cases) {
         EXPECT_EQ(SerializeValue(value), text);
