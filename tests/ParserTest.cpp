@@ -180,7 +180,12 @@ TEST(ParserReaders, CalledDirectlyOnlyTheFirstValueMustBeAContainerAndAFailureIs
     Parser nested(" [\"x\"] 5");
     std::unique_ptr<Node>(nested.ParseValue());
     EXPECT_FALSE(nested._first);
-    EXPECT_EQ(std::unique_ptr<Node>(nested.ParseValue())->Serialize(), "5");
+    Parser copy(nested), assigned("[]");  // copies go on from the cursor, under the rule as it stands
+    assigned = copy;
+    Parser& same = assigned;
+    assigned = same;
+    for (Parser* reader : {&copy, &assigned, &nested})
+        EXPECT_EQ(std::unique_ptr<Node>(reader->ParseValue())->Serialize(), "5");
     Parser text("abc");  // a reader called first fails on the character it read
     EXPECT_TRUE(std::unique_ptr<Node>(text.ParseString())->IsEmpty());
     EXPECT_EQ(text.FailureOffset(), 0);
