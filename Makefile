@@ -16,7 +16,7 @@ run:
 	cmake --build --preset dev
 	scripts/run-examples.sh build/dev
 
-# The unit, conformance and end-to-end tests on this machine.
+# Every test of the dev build on this machine.
 test:
 	@scripts/deps.sh base
 	cmake --preset dev

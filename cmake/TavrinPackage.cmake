@@ -5,8 +5,8 @@
 #   libpluginjson-dev  development  headers, CMake package, pluginjson.pc
 #   pluginjson-tools   tools        tavrin-host and the substitute framework
 # The 1 is the major version: the CMake package accepts any 1.x, and the
-# library has no SONAME to name the package after (hosts load it by file
-# name). The packages are for the architecture the build targets (armhf
+# library's SONAME is its unversioned file name (hosts load it by that
+# name), so there is no versioned name to call the package after. The packages are for the architecture the build targets (armhf
 # from the ARM cross build), and all carry the project's version, which the
 # module's version text must start with.
 

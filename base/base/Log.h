@@ -12,8 +12,9 @@ inline constexpr const char* kLogCyan = "\033[36m";
 inline constexpr const char* kLogReset = "\033[0m";
 
 // The source path as log lines show it: advanced by __root_path_offset.
-// A path shorter than the offset (a header compiled from another tree, such
-// as an installed copy) is shown whole instead of being overrun.
+// A path shorter than the offset is shown whole instead of being overrun; a
+// longer one from another tree (an installed copy of a header) loses as
+// many leading characters as any other.
 inline const char* LogPath(const char* file) {
     const std::size_t offset = __root_path_offset > 0 ? static_cast<std::size_t>(__root_path_offset) : 0;
     return std::strlen(file) >= offset ? file + offset : file;
