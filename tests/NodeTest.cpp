@@ -206,16 +206,22 @@ TEST(NodeStorage, CopiesAreDeepAndAssignmentIsSafeOnItsOwnParts) {
     EXPECT_EQ(text.Serialize(), "\"abc\"");
 }
 
-// A container set up by hand, with no handlers, is copied into a container
-// from new; nothing frees either of them but their maker.
-TEST(NodeStorage, ContainersWithoutHandlersAreCopiedToo) {
-    Node parent = MakeArray({});
+// A container set up by hand, with no handlers, copies as a node of its kind
+// without a value, nested as on its own; its maker frees it. copy<T> gives a
+// node a container from new when the node's handlers are of another kind.
+TEST(NodeStorage, ContainersSetUpByHandCopyAsTheirHandlersSay) {
+    Node parent = MakeArray({Int(1)});
     Node& bare = parent.As<Node::Array>().emplace_back();
     bare._type = &typeid(Node::Array);
     bare._buf = new Node::Array(1, Int(7));
-    Node copy(parent);
-    EXPECT_EQ(copy.Serialize(), "[[7]]");
-    for (Node* made : {&bare, &copy[0]}) {
+    Node copy(parent), alone(bare);
+    for (Node* made : {&copy[1], &alone})
+        EXPECT_EQ(std::make_tuple(made->Is<Node::Array>(), made->IsEmpty()), std::make_tuple(true, true));
+    Node number = Int(5);
+    Node taken(&number);  // the number's handlers stay, its value goes
+    number.copy<Node::Array>(&number, bare._buf);
+    for (Node* made : {&bare, &number}) {
+        EXPECT_EQ(static_cast<Node::Array*>(made->_buf)->back().Serialize(), "7");
         delete static_cast<Node::Array*>(made->_buf);
         made->_buf = nullptr;
     }

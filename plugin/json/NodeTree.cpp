@@ -31,13 +31,18 @@ struct PendingCopy {
 };
 using PendingCopies = std::vector<PendingCopy>;
 
+// A nested container that copying fills level by level; any other node is
+// copied as the copy constructor copies it (one without a _copy handler
+// copies as a node of its kind without a value).
+bool IsCopiedByLevel(const Node& node) { return IsFilledContainer(node) && node._copy; }
+
 // Copies the elements of `source` into `target` (reserved to their number, so
 // their places do not move): leaves at once, nested containers as nodes of
 // their kind without a value, queued in `pending`.
 void CopyElements(const Array& source, Array& target, PendingCopies& pending) {
     target.reserve(source.size());
     for (const Node& item : source) {
-        if (!IsFilledContainer(item)) {
+        if (!IsCopiedByLevel(item)) {
             target.push_back(item);
             continue;
         }
@@ -49,7 +54,7 @@ void CopyElements(const Array& source, Array& target, PendingCopies& pending) {
 void CopyElements(const Object& source, Object& target, PendingCopies& pending) {
     target.reserve(source.size());
     for (const auto& member : source) {
-        if (!IsFilledContainer(member.value)) {
+        if (!IsCopiedByLevel(member.value)) {
             target.push_back(member);
             continue;
         }
@@ -59,11 +64,11 @@ void CopyElements(const Object& source, Object& target, PendingCopies& pending) 
 }
 
 // Gives `node` a new, empty container through its own _create handler, so
-// that its _destroy handler frees it as it expects; a node without handlers
-// gets one from new.
+// that its _destroy handler frees it as it expects; a node without handlers,
+// or with those of another kind, gets one from new.
 template <class T>
 T& NewContainer(Node& node) {
-    if (node._create)
+    if (node._create && node.Is<T>())
         node._create(&node);
     else
         node._buf = new T();
@@ -74,7 +79,7 @@ T& NewContainer(Node& node) {
 // it so far.
 template <class T>
 void FreeContainer(Node& node) noexcept {
-    if (node._destroy)
+    if (node._destroy && node.Is<T>())
         node._destroy(&node);
     else
         delete static_cast<T*>(node._buf);
