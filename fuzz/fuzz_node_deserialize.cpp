@@ -1,7 +1,8 @@
 // Node::Deserialize on arbitrary bytes (made NUL-terminated; an embedded NUL
 // ends the text). Properties: it accepts a text exactly when the Parser does,
-// with the same tree; for every accepted input the serialized text reads
-// back, and the tree read from it serializes to the same text again.
+// with the same tree, and copies of either tree write it alike; for every
+// accepted input the serialized text reads back, and the tree read from it
+// serializes to the same text again.
 
 #include <cstddef>
 #include <cstdint>
@@ -29,6 +30,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const std::string written = node.Serialize();
     TAVRIN_FUZZ_CHECK(parsed->Serialize() == written);
+    Node copied(node), copiedParsed(*parsed);
+    TAVRIN_FUZZ_CHECK(copied.Serialize() == written && copiedParsed.Serialize() == written);
     Node reread;
     TAVRIN_FUZZ_CHECK(reread.Deserialize(written.c_str()));
     TAVRIN_FUZZ_CHECK(reread.Serialize() == written);
