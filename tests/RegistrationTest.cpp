@@ -124,7 +124,7 @@ TEST(Module, CallbackSlotsAreIndependentAndOnlyReadWithNull) {
     RegisterOptJsonRpcHandler(text);
     EXPECT_EQ(gCalls, (std::vector<const char*>{text}));
     EXPECT_EQ(GetCbRegisterJsonRpcHandler(OtherCall), &OtherCall);
-    EXPECT_EQ(GetCbRegisterPluginJson(OtherCall), &OtherCall);
+    EXPECT_EQ(GetCbRegisterPluginJson(nullptr), &RecordCall);
     RegisterOptJsonRpcHandler(nullptr);
     EXPECT_EQ(gCalls, (std::vector<const char*>{text, nullptr}));
 }
