@@ -206,13 +206,21 @@ TEST(NodeStorage, CopiesAreDeepAndAssignmentIsSafeOnItsOwnParts) {
     EXPECT_EQ(text.Serialize(), "\"abc\"");
 }
 
+// A type record of the same name at another address, as another module
+// may hold one.
+struct ForeignRecord : std::type_info {
+    explicit ForeignRecord(const char* name) : std::type_info(name) {}
+};
+
 // A container set up by hand, with no handlers, copies as a node of its kind
-// without a value, nested as on its own; its maker frees it. copy<T> gives a
-// node a container from new when the node's handlers are of another kind.
+// (known by its record's name) without a value, nested as on its own; its
+// maker frees it. copy<T> gives a node a container from new when the node's
+// handlers are of another kind.
 TEST(NodeStorage, ContainersSetUpByHandCopyAsTheirHandlersSay) {
     Node parent = MakeArray({Int(1)});
     Node& bare = parent.As<Node::Array>().emplace_back();
-    bare._type = &typeid(Node::Array);
+    static const ForeignRecord kForeignArray(typeid(Node::Array).name());
+    bare._type = &kForeignArray;
     bare._buf = new Node::Array(1, Int(7));
     Node copy(parent), alone(bare);
     for (Node* made : {&copy[1], &alone})
