@@ -128,8 +128,13 @@ TEST(NodeStorage, EmptyNodesWriteNothingButKeepTheirPunctuation) {
     Node takenFirst = MakeArray({Real(2.5), Int(3)});
     const Node firstTaker(&takenFirst[0]);
     EXPECT_EQ(takenFirst.Serialize(), "[,3]");
+    int stray = 5;  // a value of no kind a node writes: nothing, and no line
+    Node& odd = takenFirst.As<Node::Array>().emplace_back();
+    odd._type = &typeid(int);
+    odd._buf = &stray;  // no handlers: nothing frees it
+    EXPECT_EQ(odd.Serialize() + takenFirst.Serialize(), "[,3,]");
     std::string expected = kUnknown;
-    for (int empties = 0; empties < 8; ++empties) expected += kEmpty;
+    for (int empties = 0; empties < 9; ++empties) expected += kEmpty;
     EXPECT_EQ(log.Lines(), expected);
 }
 
