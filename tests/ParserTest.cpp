@@ -207,6 +207,7 @@ TEST(NodeDeserialize, ANullTextFailsLikeAnEmptyOne) {
     EXPECT_FALSE(node.Deserialize(""));
     EXPECT_EQ(nullLog, log.Text());
     EXPECT_NE(nullLog, "");
+    EXPECT_FALSE(node.Deserialize(std::string("[1\0]", 4)));  // a string's text ends at a NUL too
     EXPECT_EQ(node.Serialize(), "true");
 }
 
