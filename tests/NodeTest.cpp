@@ -219,8 +219,8 @@ struct ForeignRecord : std::type_info {
 
 // A container set up by hand, with no handlers, copies as a node of its kind
 // (known by its record's name) without a value, nested as on its own; its
-// maker frees it. copy<T> gives a node a container from new when the node's
-// handlers are of another kind.
+// maker frees it. copy<T> gives a node a container from new when the node
+// has no handlers or those of another kind.
 TEST(NodeStorage, ContainersSetUpByHandCopyAsTheirHandlersSay) {
     Node parent = MakeArray({Int(1)});
     Node& bare = parent.As<Node::Array>().emplace_back();
@@ -232,8 +232,8 @@ TEST(NodeStorage, ContainersSetUpByHandCopyAsTheirHandlersSay) {
         EXPECT_EQ(std::make_tuple(made->Is<Node::Array>(), made->IsEmpty()), std::make_tuple(true, true));
     Node number = Int(5);
     Node taken(&number);  // the number's handlers stay, its value goes
-    number.copy<Node::Array>(&number, bare._buf);
-    for (Node* made : {&bare, &number}) {
+    for (Node* target : {&number, &alone}) target->copy<Node::Array>(target, bare._buf);
+    for (Node* made : {&bare, &number, &alone}) {
         EXPECT_EQ(static_cast<Node::Array*>(made->_buf)->back().Serialize(), "7");
         delete static_cast<Node::Array*>(made->_buf);
         made->_buf = nullptr;
