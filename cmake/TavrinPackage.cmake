@@ -6,9 +6,10 @@
 #   pluginjson-tools   tools        tavrin-host and the substitute framework
 # The 1 is the major version: the CMake package accepts any 1.x, and the
 # library's SONAME is its unversioned file name (hosts load it by that
-# name), so there is no versioned name to call the package after. The packages are for the architecture the build targets (armhf
-# from the ARM cross build), and all carry the project's version, which the
-# module's version text must start with.
+# name), so there is no versioned name to call the package after. The
+# packages are for the architecture the build targets (armhf from the ARM
+# cross build), and all carry the project's version, which the module's
+# version text must start with.
 
 # The version text in the plug-in is one fixed string; it has to name the
 # version the packages and the CMake package carry.
