@@ -72,7 +72,7 @@ std::string RuntimeErrorOf(const std::function<void()>& action) {
 
 }  // namespace
 
-TEST(LegacyValue, AssignmentSetsOnlyItsFieldAndTypeClearOnlyTheType) {
+TEST(LegacyValue, AssignmentAndReferencesSetOnlyTheirFieldClearOnlyTheType) {
     const LegacyProbe d;
     EXPECT_EQ(std::make_tuple(d.GetType(), d.mIntVal, d.mFloatVal, d.mDoubleVal, d.mBoolVal, d.mStringVal,
                               d.mObjectVal.size() + d.mArrayVal.size(), d.mFractionVal.num, d.mFractionVal.den,
@@ -100,6 +100,16 @@ TEST(LegacyValue, AssignmentSetsOnlyItsFieldAndTypeClearOnlyTheType) {
     p.Clear();
     EXPECT_EQ(std::make_tuple(p.GetType(), p.size(), p.mStringVal), std::make_tuple(json::NullVal, 1u, "t"));
     EXPECT_EQ(Float(2.5f).ToInt(), 0);
+    json::Value number(1), decimal = Double(2.5), flag(true), text("a"), fraction = Fraction(1, 2);
+    number.IntRef() = 7;
+    decimal.IntRef() = 8;  // the int field of a decimal, which ToInt reads
+    flag.BoolRef() = false;
+    text.StringRef() += "b";
+    static_cast<std::string&>(text) += "c";
+    fraction.FractionRef().From(3, 4);
+    EXPECT_EQ(std::make_tuple(number.ToInt(), decimal.GetType(), decimal.ToInt(), flag.ToBool(), text.ToString(),
+                              fraction.ToFraction().num, fraction.ToFraction().den),
+              std::make_tuple(7, json::DoubleVal, 8, false, "abc", 3, 4));
 }
 
 TEST(LegacyValue, EveryTypedAccessorThrowsItsMessageOnAnotherType) {
@@ -278,6 +288,8 @@ TEST(LegacyObject, LookupsAssignmentAndClear) {
     json::Value named = ObjectWith({"Name"});
     named["NAME"] = 5;
     EXPECT_EQ(std::make_tuple(named.HasKey("name"), SerializeValue(named)), std::make_tuple(true, "{\"Name\":5}"));
+    json::Object& entries = named.ObjectRef();
+    EXPECT_EQ(std::make_pair(entries.find("NAME"), entries.find("zz")), std::make_pair(entries.begin(), entries.end()));
 
     json::Object target;
     target["old"] = 1;
@@ -308,6 +320,7 @@ TEST(LegacyArray, InsertPushFindAssignAndClear) {
     const json::Array& constant = a;
     EXPECT_EQ(constant.find(json::Value(7)), constant.end());
     EXPECT_THROW((void)constant[7u], std::out_of_range);
+    EXPECT_EQ(constant[6u].ToString(), "end");
     a = constant;
     EXPECT_EQ(a.size(), 7u);
     a = ArrayOf({json::Value(json::Object())});

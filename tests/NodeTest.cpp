@@ -608,6 +608,9 @@ TEST(NodeDepth, CopyAssignWriteAndFreeAreLinear) {
         {
             Node copy(small);
             copy = large;
+            const FailingAllocation noWorkList(1);
+            copy = Node();  // freed by recursion, without memory for the work list
+            EXPECT_TRUE(noWorkList.Reached());
         }
         EXPECT_EQ(counter.Frees(), counter.Calls()) << "copying, assigning and freeing leave nothing behind";
         const std::size_t calls = Allocations([&] { Node copy(small); }).first;
