@@ -339,10 +339,10 @@ TEST(Arr32, OutgrownStorageKeepsEveryValueAndIsFreed) {
     EXPECT_EQ(counter.Frees(), counter.Calls());
 }
 
-// toAttrSet reports failure after adding an entry.
+// toAttrSet reports failure after adding two entries.
 struct FailingAttributes : object {
     FailingAttributes() : object("failing") {}
-    bool toAttrSet(AttrSet& set) const override { return set.Add("x", "1") && false; }
+    bool toAttrSet(AttrSet& set) const override { return set.Add("x", "1") && set.Add("y", "2") && false; }
 };
 
 TEST(Object, FromStringNamesTheObjectToStringWritesWhateverToAttrSetSays) {
@@ -353,7 +353,7 @@ TEST(Object, FromStringNamesTheObjectToStringWritesWhateverToAttrSetSays) {
     EXPECT_TRUE(obj.toString(text));
     EXPECT_EQ(text, "{name=after-it}");
     EXPECT_TRUE(FailingAttributes().toString(text));
-    EXPECT_EQ(text, "{x=1}");
+    EXPECT_EQ(text, "{x=1,y=2}");  // on one line
 }
 
 int Twice(int v) { return 2 * v; }

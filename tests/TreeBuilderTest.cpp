@@ -111,7 +111,7 @@ TEST(TreeBuilder, NoReaderLooksPastTheTerminator) {
 // numbers at the very end of the text.
 TEST(TreeBuilder, WellFormedDocumentsAreReadWithoutAnAllocationPerValue) {
     const std::string record =
-        "{\"i\": -12,\"z\":0,\"d\":-0.5e-3,\"D\":1E+2,\"l\":123456789012.25,\"w\":12345678901234567890123,"
+        "{\"i\": -12,\"z\":0,\"d\":-0.5e-3,\"D\":1E+2,\"l\":123456789012.25,\"c\":-65.613616999999977,\"w\":12345678901234567890123,"
         "\"f\":-3/04,\"t\":true,\"F\":false,\"s\":\"a\\u00e9\\n\\\"b\\\\\",\"e\":\"\",\"a\":[ ],\"o\":{ },"
         "\"n\":[ 1 ,\t2,\r\n3],\"k1\":1,\"k2\":2,\"k3\":3,\"K1\":4}";
     std::string text = "\t [";  // blanks before the document too
